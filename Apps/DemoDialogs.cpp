@@ -1,0 +1,46 @@
+#include "DemoDialogs.h"
+
+#include "DLG/Module.h"
+#include "DLG/TestVrelDialog.h"
+#include "DLG/TransformPositionDialog.h"
+#include "HostQt/Workspace.h"
+#include "ScriptedUser.h"
+
+namespace Demo {
+
+namespace {
+
+QString Returned(bool inResult) { return inResult ? QStringLiteral("returned true") : QStringLiteral("returned false"); }
+
+QString OpenTransformPosition(DemoState& ioState, HostQt::Workspace&)
+{
+    const bool confirmed = DLG::TransformPosition::DoTransformPositionDialog(ioState.x, ioState.y);
+    return Returned(confirmed) + QStringLiteral("; x = %1, y = %2").arg(ioState.x).arg(ioState.y);
+}
+
+QString OpenColorMatteName(DemoState& ioState, HostQt::Workspace& inWorkspace)
+{
+    const bool known = DLG::DispatchDialog(DLG::kColorMatteNameDialogID,
+                                           KOR::InterfaceRef<KOR::KORUnknown>(ioState.matte.Get()),
+                                           inWorkspace.GetDrawSupplier(), inWorkspace.GetMainTopLevelWindow());
+    return Returned(known) + QStringLiteral("; name = \"%1\"").arg(QString::fromStdWString(ioState.matte->GetName()));
+}
+
+QString OpenTestVrel(DemoState&, HostQt::Workspace&) { return Returned(DLG::DoTestVrelDialog()); }
+
+} // namespace
+
+const std::vector<DemoDialog>& DemoDialogs()
+{
+    static const std::vector<DemoDialog> dialogs = {
+        {QStringLiteral("Transform position"), QStringLiteral("TransformPositionDialog"), &OpenTransformPosition,
+         [](TestSupport::Step& ioStep) { ioStep.Type(QStringLiteral("xPositionTextEdit"), QStringLiteral("1280")).Press(Qt::Key_Return); }},
+        {QStringLiteral("Color matte name"), QStringLiteral("ColorMatteNameDialog"), &OpenColorMatteName,
+         [](TestSupport::Step& ioStep) { ioStep.Type(QStringLiteral("matteNameTextEdit"), QStringLiteral("Sunset Orange")).Click(QStringLiteral("okButton")); }},
+        {QStringLiteral("Layout script test"), QStringLiteral("TestVrelDialog"), &OpenTestVrel,
+         [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Escape); }},
+    };
+    return dialogs;
+}
+
+} // namespace Demo

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+#include "BE/ColorMatte.h"
+#include "KOR/InterfaceRef.h"
+
+namespace TestSupport {
+class Step;
+}
+namespace HostQt {
+class Workspace;
+}
+
+namespace Demo {
+
+// The name that the colour matte dialog edits, as the editor would hold it.
+class MatteParameters : public KOR::RefCounted<BE::IColorMatteNameParameters> {
+public:
+    std::wstring GetName() const override { return mName; }
+    void SetName(const std::wstring& inName) override { mName = inName; }
+
+private:
+    std::wstring mName = L"Color Matte";
+};
+
+// The caller's values that the demo hands to the dialogs and shows after each call.
+struct DemoState {
+    double x = 960.0;
+    double y = 540.0;
+    KOR::InterfaceRef<MatteParameters> matte{new MatteParameters};
+};
+
+// One dialog the demo offers: how to open it and what it returned, and how the gallery's
+// scripted user answers it.
+struct DemoDialog {
+    QString title;
+    QString window; // the dialog window's name, as the scripted user finds it
+    std::function<QString(DemoState&, HostQt::Workspace&)> open;
+    std::function<void(TestSupport::Step&)> galleryAnswer;
+};
+
+const std::vector<DemoDialog>& DemoDialogs();
+
+} // namespace Demo

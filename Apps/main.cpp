@@ -1,0 +1,93 @@
+// tarvix-dialogs: the editor shell that links the dialog module and opens its dialogs.
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QFile>
+#include <QGuiApplication>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+#include <iostream>
+
+#include "DLG/Module.h"
+#include "DemoWindow.h"
+#include "Gallery.h"
+#include "HostQt/ReferenceHost.h"
+#include "HostQt/Workspace.h"
+#include "zelcore/Error.h"
+
+namespace {
+
+BE::ProjectRef LoadSampleProject()
+{
+    QFile file(QStringLiteral(":/SampleProject.json"));
+    file.open(QIODevice::ReadOnly);
+    return HostQt::LoadProject(file.readAll(), QStringLiteral("Harbour Documentary.tvx"));
+}
+
+int Run(QApplication& ioApp, const QCommandLineParser& inOptions)
+{
+    const bool gallery = inOptions.isSet(QStringLiteral("gallery"));
+    QTemporaryDir gallerySettings;
+    const QString settings = gallery ? gallerySettings.path()
+                                     : QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+    HostQt::ReferenceHost host({settings, inOptions.value(QStringLiteral("scripts"))});
+
+    DLG::SetModule(HostQt::LoadModuleObject(inOptions.value(QStringLiteral("strings"))));
+    DLG::Initialize();
+    const BE::ProjectRef project = LoadSampleProject();
+    DLG::SetProject(project);
+
+    Demo::DemoState state;
+    Demo::DemoWindow window(state, host.GetWorkspace(), QString::fromStdWString(project->GetName()));
+    host.SetMainWindow(&window);
+    window.show();
+
+    int result = 0;
+    if (gallery) {
+        const int failed = Demo::RenderGallery(inOptions.value(QStringLiteral("gallery")), window, state,
+                                               host.GetWorkspace());
+        std::cout << "gallery written to " << inOptions.value(QStringLiteral("gallery")).toStdString() << "; "
+                  << failed << " dialog(s) did not go as scripted" << std::endl;
+        result = failed == 0 ? 0 : 1;
+    } else {
+        result = ioApp.exec();
+    }
+    host.SetMainWindow(nullptr);
+    DLG::Terminate();
+    return result;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("tarvix-dialogs"));
+
+    QCommandLineParser options;
+    options.setApplicationDescription(QStringLiteral("The Tarvix dialog module in a reference editor shell."));
+    options.addHelpOption();
+    options.addOption({QStringLiteral("gallery"), QStringLiteral("Render every dialog to PNG files in <dir>."),
+                       QStringLiteral("dir")});
+    options.addOption({QStringLiteral("scripts"), QStringLiteral("Layout scripts folder."), QStringLiteral("dir"),
+                       QStringLiteral(TARVIX_SOURCE_DIR "/Scripts")});
+    options.addOption({QStringLiteral("strings"), QStringLiteral("The module's string table."),
+                       QStringLiteral("file"), QStringLiteral(TARVIX_SOURCE_DIR "/Strings/Strings.json")});
+    options.process(app);
+    // Without a display there is nothing to show a window on: render the gallery instead.
+    if (!options.isSet(QStringLiteral("gallery")) && QGuiApplication::platformName() == QLatin1String("offscreen")) {
+        options.process(QStringList{app.arguments().first(), QStringLiteral("--gallery"), QStringLiteral("gallery")});
+    }
+
+    try {
+        return Run(app, options);
+    } catch (const zelcore::Error& error) {
+        std::cerr << "tarvix-dialogs: " << error.what() << std::endl;
+        return 1;
+    }
+}

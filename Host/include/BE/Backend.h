@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include "KOR/HostAPI.h"
+
+namespace BE {
+
+// The backend's property store: values that outlive a dialog, under dotted keys
+// ("ClipSpeed.Ganged"). A key never written reads as the default handed in.
+class HOST_API Backend {
+public:
+    virtual ~Backend();
+
+    virtual std::wstring GetStringProperty(const std::wstring& inKey, const std::wstring& inDefault) const = 0;
+    virtual void SetStringProperty(const std::wstring& inKey, const std::wstring& inValue) = 0;
+    virtual long GetIntProperty(const std::wstring& inKey, long inDefault) const = 0;
+    virtual void SetIntProperty(const std::wstring& inKey, long inValue) = 0;
+    virtual bool GetBoolProperty(const std::wstring& inKey, bool inDefault) const = 0;
+    virtual void SetBoolProperty(const std::wstring& inKey, bool inValue) = 0;
+    virtual double GetDoubleProperty(const std::wstring& inKey, double inDefault) const = 0;
+    virtual void SetDoubleProperty(const std::wstring& inKey, double inValue) = 0;
+};
+
+// The installed backend, or null when the host has none.
+HOST_API Backend* GetBackend();
+
+} // namespace BE

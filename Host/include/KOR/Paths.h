@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "KOR/HostAPI.h"
+
+namespace KOR {
+
+// Folders the host knows by name ("vrel.scripts" holds the layout scripts).
+class HOST_API DirectoryRegistry {
+public:
+    // The folder registered as inName, or an empty string.
+    static std::wstring FindDirectory(const std::wstring& inName);
+    static void RegisterDirectory(const std::wstring& inName, const std::wstring& inPath);
+};
+
+namespace PathUtils {
+HOST_API std::wstring AddTrailingSlash(const std::wstring& inPath);
+HOST_API bool ExistsOnDisk(const std::wstring& inPath);
+} // namespace PathUtils
+
+// A file on disk, read in one piece.
+class HOST_API File {
+public:
+    enum class Mode { kRead };
+    using Result = std::int32_t; // 0 on success, negative on failure
+
+    explicit File(const std::wstring& inPath);
+    ~File();
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    bool Open(Mode inMode);
+    std::int64_t SizeOnDisk() const;
+    // Reads up to inSize bytes; outRead receives how many came.
+    Result Read(void* outBuffer, std::int64_t inSize, std::int64_t& outRead);
+    void Close();
+
+private:
+    class Impl;
+    std::unique_ptr<Impl> mImpl;
+};
+
+} // namespace KOR

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "KOR/HostAPI.h"
+
+namespace UIF {
+class Workspace;
+class PlayerService;
+class MessageBoxService;
+} // namespace UIF
+namespace TL {
+class AutoSaveService;
+}
+namespace BE {
+class Backend;
+}
+namespace zelui::ui {
+class UI_NodeManager;
+}
+namespace zelcore::debug {
+class DebugService;
+}
+
+namespace KOR {
+
+// The service objects behind the host's free functions and singletons. The running host
+// installs one table at start-up; a test may swap in a wrapper around any entry (to count
+// what the module asked for) and put the original back afterwards. A null entry means the
+// host offers no such service right now (no workspace, no backend ...).
+struct ServiceTable {
+    UIF::Workspace* workspace = nullptr;
+    UIF::PlayerService* players = nullptr;
+    UIF::MessageBoxService* messageBoxes = nullptr;
+    TL::AutoSaveService* autoSave = nullptr;
+    BE::Backend* backend = nullptr;
+    zelui::ui::UI_NodeManager* nodeManager = nullptr;
+    zelcore::debug::DebugService* debugger = nullptr;
+};
+
+HOST_API ServiceTable& Services();
+
+} // namespace KOR

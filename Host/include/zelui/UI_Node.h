@@ -1,0 +1,60 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <string>
+
+#include <boost/intrusive_ptr.hpp>
+
+#include "KOR/HostAPI.h"
+
+namespace zelui::ui {
+
+// The toolkit side of a node; only the host knows what it holds.
+class NodePeer;
+
+// A view of the host's UI: a window, a dialog or a control. Nodes are reference counted and
+// held through boost::intrusive_ptr; the window that a node shows belongs to its parent
+// window, so a node whose window has gone answers as disabled, hidden and nameless.
+class HOST_API UI_Node {
+public:
+    explicit UI_Node(std::unique_ptr<NodePeer> inPeer);
+    virtual ~UI_Node();
+    UI_Node(const UI_Node&) = delete;
+    UI_Node& operator=(const UI_Node&) = delete;
+
+    std::wstring GetName() const;
+    void SetEnabled(bool inEnabled);
+    bool IsEnabled() const;
+    void SetVisible(bool inVisible);
+    bool IsVisible() const;
+    void SetFocus();
+
+    NodePeer* GetPeer() const { return mPeer.get(); }
+
+    friend void intrusive_ptr_add_ref(const UI_Node* inNode) { inNode->mRefs.fetch_add(1, std::memory_order_relaxed); }
+    friend void intrusive_ptr_release(const UI_Node* inNode)
+    {
+        if (inNode->mRefs.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+            delete inNode;
+        }
+    }
+
+private:
+    std::unique_ptr<NodePeer> mPeer;
+    mutable std::atomic<int> mRefs{0};
+};
+
+using UI_NodePtr = boost::intrusive_ptr<UI_Node>;
+
+// Who holds the mouse and keyboard right now.
+class HOST_API UI_NodeManager {
+public:
+    virtual ~UI_NodeManager();
+    // The installed manager, or null.
+    static UI_NodeManager* Get();
+    // Releases any mouse or keyboard grab, as a modal window is about to take the input.
+    virtual void EndInputCapture(bool inRestoreFocus) = 0;
+};
+
+} // namespace zelui::ui

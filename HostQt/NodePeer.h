@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include "zelui/UI_Node.h"
+
+namespace zelui::ui {
+
+// The Qt side of a node: the widget it shows (gone once its window is destroyed) and an
+// object that carries the node's signal connections, so that they end with the node.
+class NodePeer {
+public:
+    explicit NodePeer(QWidget* inWidget) : mWidget(inWidget) {}
+    QWidget* Widget() const { return mWidget.data(); }
+    QObject* ConnectionContext() { return &mContext; }
+
+private:
+    QPointer<QWidget> mWidget;
+    QObject mContext;
+};
+
+} // namespace zelui::ui
+
+namespace HostQt {
+
+// The node that shows inWidget: a button, text, number edit or plain node by the widget's kind.
+zelui::ui::UI_NodePtr MakeControlNode(QWidget* inWidget);
+
+template <class W>
+W* PeerWidget(const zelui::ui::UI_Node* inNode)
+{
+    return inNode->GetPeer() ? qobject_cast<W*>(inNode->GetPeer()->Widget()) : nullptr;
+}
+
+} // namespace HostQt

@@ -1,0 +1,357 @@
+// The reference host's services: workspace, players, message boxes, auto-save, backend
+// properties, input capture and the debugger offer.
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSettings>
+
+#include <csignal>
+#include <unordered_map>
+
+#include "BE/Backend.h"
+#include "HostQt/NodePeer.h"
+#include "HostQt/ReferenceHost.h"
+#include "HostQt/Workspace.h"
+#include "KOR/Paths.h"
+#include "TL/AutoSave.h"
+#include "UIF/MessageBox.h"
+#include "UIF/PlayerControl.h"
+#include "zelcore/DebugService.h"
+#include "zelcore/Error.h"
+
+namespace HostQt {
+
+namespace {
+
+QString ToQ(const std::wstring& inText) { return QString::fromStdWString(inText); }
+
+class Players : public UIF::PlayerService {
+public:
+    void StopAllPlayers() override
+    {
+        for (const auto& stop : mStops) {
+            stop();
+        }
+    }
+    std::vector<std::function<void()>> mStops;
+};
+
+class AutoSave : public TL::AutoSaveService {
+public:
+    void Block() override { ++mBlocks; }
+    void Unblock() override
+    {
+        if (mBlocks > 0) {
+            --mBlocks;
+        }
+    }
+    bool IsBlocked() const override { return mBlocks > 0; }
+
+private:
+    int mBlocks = 0;
+};
+
+struct ButtonAnswer {
+    QMessageBox::StandardButton button;
+    long answer;
+};
+
+std::vector<ButtonAnswer> ButtonSet(unsigned long inButtons)
+{
+    switch (inButtons) {
+    case UIF::kMessageBox_OKCancel:
+        return {{QMessageBox::Ok, UIF::kMessageBoxResult_OK}, {QMessageBox::Cancel, UIF::kMessageBoxResult_Cancel}};
+    case UIF::kMessageBox_YesNo:
+        return {{QMessageBox::Yes, UIF::kMessageBoxResult_Yes}, {QMessageBox::No, UIF::kMessageBoxResult_No}};
+    case UIF::kMessageBox_YesNoCancel:
+        return {{QMessageBox::Yes, UIF::kMessageBoxResult_Yes},
+                {QMessageBox::No, UIF::kMessageBoxResult_No},
+                {QMessageBox::Cancel, UIF::kMessageBoxResult_Cancel}};
+    default:
+        return {{QMessageBox::Ok, UIF::kMessageBoxResult_OK}};
+    }
+}
+
+QMessageBox::Icon IconFor(unsigned long inIcon)
+{
+    switch (inIcon) {
+    case UIF::kMessageBoxIcon_Question: return QMessageBox::Question;
+    case UIF::kMessageBoxIcon_Information: return QMessageBox::Information;
+    case UIF::kMessageBoxIcon_Warning: return QMessageBox::Warning;
+    case UIF::kMessageBoxIcon_Error: return QMessageBox::Critical;
+    default: return QMessageBox::NoIcon;
+    }
+}
+
+class MessageBoxes : public UIF::MessageBoxService {
+public:
+    explicit MessageBoxes(Workspace& inWorkspace) : mWorkspace(inWorkspace) {}
+
+    long Show(const std::wstring& inText, const std::wstring& inCaption, unsigned long inButtons,
+              unsigned long inIcon, long inDefaultResult) override
+    {
+        QMessageBox box(IconFor(inIcon), ToQ(inCaption), ToQ(inText), QMessageBox::NoButton, Parent());
+        box.setObjectName(QStringLiteral("MessageBox"));
+        const std::vector<ButtonAnswer> buttons = ButtonSet(inButtons);
+        for (const ButtonAnswer& entry : buttons) {
+            QPushButton* button = box.addButton(entry.button);
+            if (entry.answer == inDefaultResult || (inDefaultResult == 0 && &entry == &buttons.front())) {
+                box.setDefaultButton(button);
+            }
+        }
+        const auto chosen = static_cast<QMessageBox::StandardButton>(box.exec());
+        for (const ButtonAnswer& entry : buttons) {
+            if (entry.button == chosen) {
+                return entry.answer;
+            }
+        }
+        return buttons.size() == 1 ? buttons.front().answer : UIF::kMessageBoxResult_Cancel;
+    }
+
+private:
+    QWidget* Parent() const
+    {
+        if (QWidget* modal = QApplication::activeModalWidget()) {
+            return modal;
+        }
+        zelui::ui::UI_Node* main = mWorkspace.GetMainTopLevelWindow();
+        return main ? PeerWidget<QWidget>(main) : nullptr;
+    }
+    Workspace& mWorkspace;
+};
+
+// QSettings in a JSON file: a flat object of the properties.
+bool ReadJsonSettings(QIODevice& inDevice, QSettings::SettingsMap& outMap)
+{
+    const QByteArray data = inDevice.readAll();
+    if (data.trimmed().isEmpty()) {
+        return true;
+    }
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(data, &error);
+    if (error.error != QJsonParseError::NoError || !document.isObject()) {
+        return false;
+    }
+    outMap = document.object().toVariantMap();
+    return true;
+}
+
+bool WriteJsonSettings(QIODevice& inDevice, const QSettings::SettingsMap& inMap)
+{
+    return inDevice.write(QJsonDocument(QJsonObject::fromVariantMap(inMap)).toJson()) >= 0;
+}
+
+QSettings::Format JsonSettingsFormat()
+{
+    static const QSettings::Format format = QSettings::registerFormat(QStringLiteral("json"), &ReadJsonSettings,
+                                                                      &WriteJsonSettings, Qt::CaseSensitive);
+    return format;
+}
+
+// Backend properties in a JSON settings file. A file that cannot be parsed is set aside as
+// "<name>.corrupt" and the properties start from their defaults.
+class SettingsBackendImpl : public BE::Backend {
+public:
+    explicit SettingsBackendImpl(const QString& inPath) : mSettings(OpenSettings(inPath)) {}
+
+    std::wstring GetStringProperty(const std::wstring& inKey, const std::wstring& inDefault) const override
+    {
+        const QVariant value = mSettings->value(ToQ(inKey));
+        return value.typeId() == QMetaType::QString ? value.toString().toStdWString() : inDefault;
+    }
+    void SetStringProperty(const std::wstring& inKey, const std::wstring& inValue) override
+    {
+        Write(inKey, ToQ(inValue));
+    }
+    long GetIntProperty(const std::wstring& inKey, long inDefault) const override
+    {
+        bool ok = false;
+        const long value = static_cast<long>(mSettings->value(ToQ(inKey)).toLongLong(&ok));
+        return ok ? value : inDefault;
+    }
+    void SetIntProperty(const std::wstring& inKey, long inValue) override
+    {
+        Write(inKey, static_cast<qlonglong>(inValue));
+    }
+    bool GetBoolProperty(const std::wstring& inKey, bool inDefault) const override
+    {
+        const QVariant value = mSettings->value(ToQ(inKey));
+        return value.typeId() == QMetaType::Bool ? value.toBool() : inDefault;
+    }
+    void SetBoolProperty(const std::wstring& inKey, bool inValue) override { Write(inKey, inValue); }
+    double GetDoubleProperty(const std::wstring& inKey, double inDefault) const override
+    {
+        bool ok = false;
+        const double value = mSettings->value(ToQ(inKey)).toDouble(&ok);
+        return ok ? value : inDefault;
+    }
+    void SetDoubleProperty(const std::wstring& inKey, double inValue) override { Write(inKey, inValue); }
+
+private:
+    static std::unique_ptr<QSettings> OpenSettings(const QString& inPath)
+    {
+        auto settings = std::make_unique<QSettings>(inPath, JsonSettingsFormat());
+        if (settings->status() == QSettings::FormatError) {
+            settings.reset();
+            const QString aside = inPath + QStringLiteral(".corrupt");
+            QFile::remove(aside);
+            QFile::rename(inPath, aside);
+            settings = std::make_unique<QSettings>(inPath, JsonSettingsFormat());
+        }
+        return settings;
+    }
+
+    // Each write reaches the disk at once, through a temporary file renamed over the old one.
+    void Write(const std::wstring& inKey, const QVariant& inValue)
+    {
+        mSettings->setValue(ToQ(inKey), inValue);
+        mSettings->sync();
+    }
+
+    std::unique_ptr<QSettings> mSettings;
+};
+
+class NodeManager : public zelui::ui::UI_NodeManager {
+public:
+    void EndInputCapture(bool inRestoreFocus) override
+    {
+        if (QWidget* grabber = QWidget::mouseGrabber()) {
+            grabber->releaseMouse();
+        }
+        if (QWidget* grabber = QWidget::keyboardGrabber()) {
+            grabber->releaseKeyboard();
+            if (inRestoreFocus) {
+                grabber->setFocus(Qt::OtherFocusReason);
+            }
+        }
+    }
+};
+
+// A contract failure breaks into the debugger only when TARVIX_BREAK_ON_CONTRACT is set.
+class Debugger : public zelcore::debug::DebugService {
+public:
+    bool OfferBreak(const char*, const char*, int) override { return qEnvironmentVariableIsSet("TARVIX_BREAK_ON_CONTRACT"); }
+    void Break() override { std::raise(SIGTRAP); }
+};
+
+class StringTableModule : public KOR::Module {
+public:
+    explicit StringTableModule(std::unordered_map<unsigned int, std::wstring> inStrings)
+        : mStrings(std::move(inStrings))
+    {
+    }
+    bool FindString(unsigned int inID, std::wstring& outText) const override
+    {
+        const auto found = mStrings.find(inID);
+        if (found == mStrings.end()) {
+            return false;
+        }
+        outText = found->second;
+        return true;
+    }
+
+private:
+    std::unordered_map<unsigned int, std::wstring> mStrings;
+};
+
+class Project : public KOR::RefCounted<BE::IProject> {
+public:
+    Project(std::wstring inName, std::wstring inPath) : mName(std::move(inName)), mPath(std::move(inPath)) {}
+    std::wstring GetName() const override { return mName; }
+    std::wstring GetFilePath() const override { return mPath; }
+
+private:
+    std::wstring mName;
+    std::wstring mPath;
+};
+
+QJsonObject ReadJsonObject(const QByteArray& inJson, const QString& inWhat)
+{
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(inJson, &error);
+    if (error.error != QJsonParseError::NoError || !document.isObject()) {
+        throw zelcore::Error((inWhat + QStringLiteral(": ") + error.errorString()).toStdWString());
+    }
+    return document.object();
+}
+
+} // namespace
+
+TabView::TabView(Workspace& inWorkspace, std::wstring inName, UIF::Commander* inSuper)
+    : mWorkspace(inWorkspace), mName(std::move(inName)), mSuper(inSuper)
+{
+}
+
+void TabView::SwitchTarget() { mWorkspace.SetCommandTarget(this); }
+
+Workspace::Workspace() = default;
+Workspace::~Workspace() = default;
+
+void Workspace::SetMainWindow(QWidget* inWindow)
+{
+    mMainNode = inWindow ? new zelui::ui::UI_Node(std::make_unique<zelui::ui::NodePeer>(inWindow)) : nullptr;
+}
+
+struct ReferenceHost::Services {
+    Workspace workspace;
+    Players players;
+    MessageBoxes messageBoxes{workspace};
+    AutoSave autoSave;
+    std::unique_ptr<SettingsBackendImpl> backend;
+    NodeManager nodeManager;
+    Debugger debugger;
+};
+
+ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_unique<Services>())
+{
+    QDir().mkpath(inConfig.settingsDirectory);
+    mServices->backend =
+        std::make_unique<SettingsBackendImpl>(QDir(inConfig.settingsDirectory).filePath(QStringLiteral("Backend.json")));
+    KOR::DirectoryRegistry::RegisterDirectory(L"vrel.scripts", inConfig.scriptsDirectory.toStdWString());
+
+    mTable = {&mServices->workspace,  &mServices->players,     &mServices->messageBoxes, &mServices->autoSave,
+              mServices->backend.get(), &mServices->nodeManager, &mServices->debugger};
+    mPrevious = KOR::Services();
+    KOR::Services() = mTable;
+}
+
+ReferenceHost::~ReferenceHost() { KOR::Services() = mPrevious; }
+
+void ReferenceHost::SetMainWindow(QWidget* inWindow) { mServices->workspace.SetMainWindow(inWindow); }
+
+void ReferenceHost::AddPlayer(std::function<void()> inStop) { mServices->players.mStops.push_back(std::move(inStop)); }
+
+Workspace& ReferenceHost::GetWorkspace() { return mServices->workspace; }
+
+KOR::ObjectPtr<KOR::Module, KOR::AtomicValue> LoadModuleObject(const QString& inStringTablePath)
+{
+    QFile file(inStringTablePath);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw zelcore::Error((QStringLiteral("Cannot read the string table ") + inStringTablePath).toStdWString());
+    }
+    const QJsonObject strings = ReadJsonObject(file.readAll(), inStringTablePath).value(QStringLiteral("strings")).toObject();
+    std::unordered_map<unsigned int, std::wstring> table;
+    for (auto entry = strings.begin(); entry != strings.end(); ++entry) {
+        bool ok = false;
+        const unsigned int id = entry.key().toUInt(&ok);
+        if (ok) {
+            table.emplace(id, entry.value().toString().toStdWString());
+        }
+    }
+    return KOR::ObjectPtr<KOR::Module, KOR::AtomicValue>(new StringTableModule(std::move(table)));
+}
+
+BE::ProjectRef LoadProject(const QByteArray& inJson, const QString& inFilePath)
+{
+    const QJsonObject project = ReadJsonObject(inJson, inFilePath);
+    const QString name = project.value(QStringLiteral("name")).toString(QFileInfo(inFilePath).completeBaseName());
+    return BE::ProjectRef(new Project(name.toStdWString(), inFilePath.toStdWString()));
+}
+
+} // namespace HostQt

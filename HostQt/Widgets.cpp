@@ -1,0 +1,399 @@
+// Nodes, controls and dialogs of the host's UI on Qt widgets.
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDialog>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTextEdit>
+
+#include "HostQt/NodePeer.h"
+#include "HostQt/NumberEditWidget.h"
+#include "HostQt/Widgets.h"
+#include "zelui/Controls.h"
+#include "zelui/UI_Dialog.h"
+
+namespace HostQt {
+
+namespace {
+
+// Dialogs whose modal loop runs, innermost last. An exception thrown by a handler inside a
+// loop must not unwind through Qt: it ends the innermost dialog and is raised again where
+// RunModal returns.
+thread_local std::vector<std::pair<DialogWidget*, std::exception_ptr>> gRunningDialogs;
+
+template <class Handler>
+void Guarded(Handler&& inHandler)
+{
+    try {
+        inHandler();
+    } catch (...) {
+        if (gRunningDialogs.empty()) {
+            throw;
+        }
+        auto& [dialog, pending] = gRunningDialogs.back();
+        if (!pending) {
+            pending = std::current_exception();
+        }
+        dialog->done(zelui::ui::UI_Dialog::kResponse_Dismiss);
+    }
+}
+
+} // namespace
+
+NumberEditWidget::NumberEditWidget(QWidget* inParent) : QDoubleSpinBox(inParent)
+{
+    // Enter re-reads the text and reports the same value again: only a different one is a change.
+    connect(this, &QDoubleSpinBox::valueChanged, this, [this](double inValue) {
+        if (inValue != mShownExact) {
+            mHasExact = false;
+        }
+    });
+}
+
+void NumberEditWidget::SetExactValue(double inValue)
+{
+    setValue(inValue);
+    mExact = inValue;
+    mShownExact = value();
+    mHasExact = inValue >= minimum() && inValue <= maximum();
+}
+
+double NumberEditWidget::ExactValue()
+{
+    interpretText();
+    return mHasExact ? mExact : value();
+}
+
+DialogWidget::DialogWidget(QWidget* inParent) : QDialog(inParent) {}
+
+void DialogWidget::SetButtons(QAbstractButton* inOk, QAbstractButton* inCancel)
+{
+    if (inOk) {
+        mOkButton = inOk;
+        if (auto* push = qobject_cast<QPushButton*>(inOk)) {
+            push->setDefault(true);
+        }
+    }
+    if (inCancel) {
+        mCancelButton = inCancel;
+    }
+}
+
+void DialogWidget::keyPressEvent(QKeyEvent* inEvent)
+{
+    const bool noModifiers = (inEvent->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (noModifiers && (inEvent->key() == Qt::Key_Return || inEvent->key() == Qt::Key_Enter)) {
+        if (!mOkButton) {
+            Respond(zelui::ui::UI_Dialog::kResponse_Accept);
+        } else if (mOkButton->isEnabled() && mOkButton->isVisible()) {
+            mOkButton->click();
+        }
+        return;
+    }
+    if (noModifiers && inEvent->key() == Qt::Key_Escape) {
+        if (mCancelButton && mCancelButton->isEnabled() && mCancelButton->isVisible()) {
+            mCancelButton->click();
+        } else {
+            Respond(zelui::ui::UI_Dialog::kResponse_Dismiss);
+        }
+        return;
+    }
+    QDialog::keyPressEvent(inEvent);
+}
+
+// Closing the window (and every other path by which Qt rejects a dialog) is a dismissal.
+void DialogWidget::reject() { Respond(zelui::ui::UI_Dialog::kResponse_Dismiss); }
+
+void DialogWidget::Respond(long inResponse)
+{
+    if (mNode) {
+        Guarded([&] { mNode->Respond(inResponse); });
+    } else {
+        done(static_cast<int>(inResponse));
+    }
+}
+
+int DialogWidget::RunModal()
+{
+    gRunningDialogs.emplace_back(this, nullptr);
+    const int result = exec();
+    const std::exception_ptr pending = gRunningDialogs.back().second;
+    gRunningDialogs.pop_back();
+    if (pending) {
+        std::rethrow_exception(pending);
+    }
+    return result;
+}
+
+zelui::ui::UI_NodePtr MakeControlNode(QWidget* inWidget)
+{
+    using namespace zelui::controls;
+    auto peer = std::make_unique<zelui::ui::NodePeer>(inWidget);
+    QObject* context = peer->ConnectionContext();
+    if (auto* button = qobject_cast<QAbstractButton*>(inWidget)) {
+        boost::intrusive_ptr<UI_Button> node(new UI_Button(std::move(peer)));
+        QObject::connect(button, &QAbstractButton::clicked, context, [raw = node.get()] { raw->BroadcastChange(); });
+        return node;
+    }
+    if (auto* numberEdit = qobject_cast<NumberEditWidget*>(inWidget)) {
+        boost::intrusive_ptr<UI_NumberEdit> node(new UI_NumberEdit(std::move(peer)));
+        QObject::connect(numberEdit, &QDoubleSpinBox::valueChanged, context,
+                         [raw = node.get()] { raw->BroadcastChange(); });
+        return node;
+    }
+    if (auto* lineEdit = qobject_cast<QLineEdit*>(inWidget)) {
+        boost::intrusive_ptr<UI_TextEdit> node(new UI_TextEdit(std::move(peer)));
+        QObject::connect(lineEdit, &QLineEdit::textEdited, context, [raw = node.get()] { raw->BroadcastChange(); });
+        return node;
+    }
+    if (qobject_cast<QPlainTextEdit*>(inWidget) || qobject_cast<QTextEdit*>(inWidget)) {
+        return new UI_TextEdit(std::move(peer));
+    }
+    if (qobject_cast<QLabel*>(inWidget)) {
+        return new UI_StaticText(std::move(peer));
+    }
+    return new zelui::ui::UI_Node(std::move(peer));
+}
+
+} // namespace HostQt
+
+namespace zelui {
+namespace ui {
+
+using HostQt::PeerWidget;
+
+UI_Node::UI_Node(std::unique_ptr<NodePeer> inPeer) : mPeer(std::move(inPeer)) {}
+UI_Node::~UI_Node() = default;
+
+std::wstring UI_Node::GetName() const
+{
+    const QWidget* widget = PeerWidget<QWidget>(this);
+    return widget ? widget->objectName().toStdWString() : std::wstring();
+}
+
+void UI_Node::SetEnabled(bool inEnabled)
+{
+    if (QWidget* widget = PeerWidget<QWidget>(this)) {
+        widget->setEnabled(inEnabled);
+    }
+}
+
+bool UI_Node::IsEnabled() const
+{
+    const QWidget* widget = PeerWidget<QWidget>(this);
+    return widget && widget->isEnabled();
+}
+
+void UI_Node::SetVisible(bool inVisible)
+{
+    if (QWidget* widget = PeerWidget<QWidget>(this)) {
+        widget->setVisible(inVisible);
+    }
+}
+
+bool UI_Node::IsVisible() const
+{
+    const QWidget* widget = PeerWidget<QWidget>(this);
+    return widget && !widget->isHidden();
+}
+
+void UI_Node::SetFocus()
+{
+    if (QWidget* widget = PeerWidget<QWidget>(this)) {
+        widget->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+UI_Dialog::~UI_Dialog() = default;
+
+void UI_Dialog::SetResponseHandler(ResponseHandler inHandler) { mResponseHandler = std::move(inHandler); }
+
+void UI_Dialog::SetOkButton(controls::UI_Button* inButton)
+{
+    if (auto* dialog = PeerWidget<HostQt::DialogWidget>(this); dialog && inButton) {
+        dialog->SetButtons(PeerWidget<QAbstractButton>(inButton), nullptr);
+    }
+}
+
+void UI_Dialog::SetCancelButton(controls::UI_Button* inButton)
+{
+    if (auto* dialog = PeerWidget<HostQt::DialogWidget>(this); dialog && inButton) {
+        dialog->SetButtons(nullptr, PeerWidget<QAbstractButton>(inButton));
+    }
+}
+
+void UI_Dialog::SetTitle(const std::wstring& inTitle)
+{
+    if (QWidget* widget = PeerWidget<QWidget>(this)) {
+        widget->setWindowTitle(QString::fromStdWString(inTitle));
+    }
+}
+
+UI_Dialog::Response UI_Dialog::RunModal()
+{
+    auto* dialog = PeerWidget<HostQt::DialogWidget>(this);
+    if (!dialog) {
+        return kResponse_Dismiss;
+    }
+    dialog->SetNode(this);
+    struct Detach {
+        HostQt::DialogWidget* mDialog;
+        ~Detach() { mDialog->SetNode(nullptr); }
+    } detach{dialog};
+    return dialog->RunModal();
+}
+
+void UI_Dialog::EndDialog(Response inResponse)
+{
+    if (auto* dialog = PeerWidget<QDialog>(this)) {
+        dialog->done(static_cast<int>(inResponse));
+    }
+}
+
+void UI_Dialog::Respond(Response inResponse)
+{
+    if (mResponseHandler) {
+        mResponseHandler(inResponse);
+    }
+    EndDialog(inResponse);
+}
+
+} // namespace ui
+
+namespace controls {
+
+using HostQt::PeerWidget;
+
+UI_Control::~UI_Control() = default;
+
+void UI_Control::NotifyWhenChanged(ChangeHandler inHandler) { mHandlers.push_back(std::move(inHandler)); }
+
+void UI_Control::BroadcastChange()
+{
+    // A handler may add handlers or end the dialog; run the ones registered before the change.
+    const std::vector<ChangeHandler> handlers = mHandlers;
+    HostQt::Guarded([&] {
+        for (const ChangeHandler& handler : handlers) {
+            handler();
+        }
+    });
+}
+
+UI_Button::~UI_Button() = default;
+
+void UI_Button::Press()
+{
+    if (auto* button = PeerWidget<QAbstractButton>(this)) {
+        button->click();
+    }
+}
+
+UI_StaticText::~UI_StaticText() = default;
+
+void UI_StaticText::SetText(const std::wstring& inText)
+{
+    if (auto* label = PeerWidget<QLabel>(this)) {
+        label->setText(QString::fromStdWString(inText));
+    }
+}
+
+std::wstring UI_StaticText::GetText() const
+{
+    const auto* label = PeerWidget<QLabel>(this);
+    return label ? label->text().toStdWString() : std::wstring();
+}
+
+UI_TextEdit::~UI_TextEdit() = default;
+
+void UI_TextEdit::SetText(const std::wstring& inText)
+{
+    const QString text = QString::fromStdWString(inText);
+    if (auto* line = PeerWidget<QLineEdit>(this)) {
+        line->setText(text);
+    } else if (auto* plain = PeerWidget<QPlainTextEdit>(this)) {
+        plain->setPlainText(text);
+    } else if (auto* rich = PeerWidget<QTextEdit>(this)) {
+        rich->setPlainText(text);
+    }
+}
+
+std::wstring UI_TextEdit::GetText() const
+{
+    if (const auto* line = PeerWidget<QLineEdit>(this)) {
+        return line->text().toStdWString();
+    }
+    if (const auto* plain = PeerWidget<QPlainTextEdit>(this)) {
+        return plain->toPlainText().toStdWString();
+    }
+    if (const auto* rich = PeerWidget<QTextEdit>(this)) {
+        return rich->toPlainText().toStdWString();
+    }
+    return {};
+}
+
+void UI_TextEdit::SelectAll()
+{
+    if (auto* line = PeerWidget<QLineEdit>(this)) {
+        line->selectAll();
+        line->setFocus(Qt::OtherFocusReason);
+    } else if (auto* plain = PeerWidget<QPlainTextEdit>(this)) {
+        plain->selectAll();
+        plain->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+void UI_TextEdit::SetReadOnly(bool inReadOnly)
+{
+    if (auto* line = PeerWidget<QLineEdit>(this)) {
+        line->setReadOnly(inReadOnly);
+    } else if (auto* plain = PeerWidget<QPlainTextEdit>(this)) {
+        plain->setReadOnly(inReadOnly);
+    } else if (auto* rich = PeerWidget<QTextEdit>(this)) {
+        rich->setReadOnly(inReadOnly);
+    }
+}
+
+UI_NumberEdit::~UI_NumberEdit() = default;
+
+void UI_NumberEdit::SetValue(double inValue)
+{
+    if (auto* edit = PeerWidget<HostQt::NumberEditWidget>(this)) {
+        edit->SetExactValue(inValue);
+    }
+}
+
+double UI_NumberEdit::GetValue() const
+{
+    auto* edit = PeerWidget<HostQt::NumberEditWidget>(this);
+    return edit ? edit->ExactValue() : 0.0;
+}
+
+void UI_NumberEdit::SelectAll()
+{
+    if (auto* edit = PeerWidget<HostQt::NumberEditWidget>(this)) {
+        edit->selectAll();
+        edit->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+void UI_NumberEdit::SetRange(double inMinimum, double inMaximum)
+{
+    if (auto* edit = PeerWidget<HostQt::NumberEditWidget>(this)) {
+        edit->setRange(inMinimum, inMaximum);
+    }
+}
+
+void UI_NumberEdit::SetDecimalPlaces(int inPlaces)
+{
+    if (auto* edit = PeerWidget<HostQt::NumberEditWidget>(this)) {
+        edit->setDecimals(inPlaces);
+    }
+}
+
+} // namespace controls
+} // namespace zelui

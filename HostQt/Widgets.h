@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+
+class QAbstractButton;
+
+namespace zelui::ui {
+class UI_Dialog;
+}
+
+namespace HostQt {
+
+// The window of a zelui::ui::UI_Dialog: Enter and Escape press the dialog's OK and cancel
+// buttons, and every other way of ending it is a response to the dialog node.
+class DialogWidget : public QDialog {
+    Q_OBJECT
+public:
+    explicit DialogWidget(QWidget* inParent = nullptr);
+
+    void SetNode(zelui::ui::UI_Dialog* inNode) { mNode = inNode; }
+    void SetButtons(QAbstractButton* inOk, QAbstractButton* inCancel);
+    // exec(), raising afterwards what a handler threw inside the loop.
+    int RunModal();
+    void reject() override;
+
+protected:
+    void keyPressEvent(QKeyEvent* inEvent) override;
+
+private:
+    void Respond(long inResponse);
+
+    zelui::ui::UI_Dialog* mNode = nullptr;
+    QPointer<QAbstractButton> mOkButton;
+    QPointer<QAbstractButton> mCancelButton;
+};
+
+} // namespace HostQt

@@ -1,0 +1,69 @@
+// Reads the dynamic symbol table of the built module.
+
+#include <cstdio>
+#include <memory>
+#include <set>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// The demangled names of the symbols the module defines and exports.
+std::set<std::string> ExportedSymbols()
+{
+    const std::string command = std::string("nm -DC --defined-only '") + TARVIX_MODULE_PATH + "'";
+    std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), &pclose);
+    std::set<std::string> names;
+    if (!pipe) {
+        return names;
+    }
+    char line[4096];
+    while (fgets(line, sizeof line, pipe.get())) {
+        std::string text(line);
+        text.erase(text.find_last_not_of("\r\n") + 1);
+        const auto nameStart = text.find(' ', text.find(' ') + 1); // after address and type
+        if (nameStart != std::string::npos) {
+            names.insert(text.substr(nameStart + 1));
+        }
+    }
+    return names;
+}
+
+TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
+{
+    const std::set<std::string> names = ExportedSymbols();
+    ASSERT_FALSE(names.empty()) << "nm found nothing in " << TARVIX_MODULE_PATH;
+    const std::string wstring = "std::__cxx11::basic_string<wchar_t, std::char_traits<wchar_t>, std::allocator<wchar_t> >";
+    for (const std::string& expected : {
+             std::string("DLG::Initialize()"),
+             std::string("DLG::Terminate()"),
+             std::string("DLG::SetModule(KOR::ObjectPtr<KOR::Module, KOR::AtomicValue> const&)"),
+             std::string("DLG::SetProject(KOR::InterfaceRef<BE::IProject>)"),
+             std::string("DLG::GetResourceCollection()"),
+             "DLG::DispatchDialog(" + wstring +
+                 " const&, KOR::InterfaceRef<KOR::KORUnknown>, zelui::drawbot::SupplierInterface const*, "
+                 "zelui::ui::UI_Node*)",
+             "DLG::ScriptLoader::ScriptLoader(" + wstring + " const&)",
+             std::string("DLG::ScriptLoader::~ScriptLoader()"),
+             std::string("DLG::ScriptLoader::GetStream(std::__cxx11::basic_stringstream<char, std::char_traits<char>, "
+                         "std::allocator<char> >&) const"),
+             std::string("DLG::DoTestVrelDialog()"),
+             std::string("DLG::TransformPosition::DoTransformPositionDialog(double&, double&)"),
+         }) {
+        EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;
+    }
+}
+
+TEST(ExportedSymbols, NothingOfQtOrTheHostIsExported)
+{
+    for (const std::string& name : ExportedSymbols()) {
+        const bool linkerMark = name == "_edata" || name == "_end" || name == "__bss_start" || name == "_init" ||
+                                name == "_fini";
+        const bool ours = name.rfind("DLG::", 0) == 0 || name.find(" for DLG::") != std::string::npos;
+        const bool standardLibrary = name.rfind("std::", 0) == 0;
+        EXPECT_TRUE(linkerMark || ours || standardLibrary) << "exported but not the module's: " << name;
+    }
+}
+
+} // namespace

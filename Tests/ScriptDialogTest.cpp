@@ -1,0 +1,221 @@
+// Script dialogs through their entry functions, on real windows answered by a scripted user.
+
+#include <QDoubleSpinBox>
+#include <QLineEdit>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "DLG/DialogBaseImpl.h"
+#include "DLG/TestVrelDialog.h"
+#include "DLG/TransformPositionDialog.h"
+#include "HostQt/Workspace.h"
+#include "ScriptedUser.h"
+#include "TestHost.h"
+#include "zelcore/Error.h"
+
+namespace {
+
+using TestSupport::ScriptedUser;
+using TestSupport::TestHost;
+using testing::IsEmpty;
+
+
+struct EndingCase {
+    const char* name;
+    std::function<void(TestSupport::Step&)> end;
+    bool confirmed;
+    friend void PrintTo(const EndingCase& inCase, std::ostream* outStream) { *outStream << inCase.name; }
+};
+
+class TestVrelEnding : public testing::TestWithParam<EndingCase> {};
+
+TEST_P(TestVrelEnding, EnterConfirmsWhileEscapeAndClosingCancel)
+{
+    TestHost host;
+    ScriptedUser user;
+    GetParam().end(user.On(QStringLiteral("TestVrelDialog")));
+    EXPECT_EQ(DLG::DoTestVrelDialog(), GetParam().confirmed);
+    EXPECT_THAT(user.Finish(), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Responses, TestVrelEnding,
+    testing::Values(EndingCase{"Enter", [](TestSupport::Step& s) { s.Press(Qt::Key_Return); }, true},
+                    EndingCase{"KeypadEnter", [](TestSupport::Step& s) { s.Press(Qt::Key_Enter, Qt::KeypadModifier); }, true},
+                    EndingCase{"Escape", [](TestSupport::Step& s) { s.Press(Qt::Key_Escape); }, false},
+                    EndingCase{"Close", [](TestSupport::Step& s) { s.Close(); }, false}),
+    [](const auto& inInfo) { return std::string(inInfo.param.name); });
+
+struct PositionCase {
+    const char* name;
+    std::function<void(TestSupport::Step&)> actions;
+    bool confirmed;
+    double x;
+    double y;
+    friend void PrintTo(const PositionCase& inCase, std::ostream* outStream) { *outStream << inCase.name; }
+};
+
+class TransformPositionCases : public testing::TestWithParam<PositionCase> {};
+
+TEST_P(TransformPositionCases, WritesBackOnlyWhatWasConfirmed)
+{
+    TestHost host(true);
+    ScriptedUser user;
+    GetParam().actions(user.On(QStringLiteral("TransformPositionDialog")));
+    double x = 12.345;
+    double y = -7.0;
+    EXPECT_EQ(DLG::TransformPosition::DoTransformPositionDialog(x, y), GetParam().confirmed);
+    EXPECT_DOUBLE_EQ(x, GetParam().x);
+    EXPECT_DOUBLE_EQ(y, GetParam().y);
+    EXPECT_THAT(user.Finish(), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Inputs, TransformPositionCases,
+    testing::Values(
+        // x starts selected, so typing replaces it; values not touched come back exactly.
+        PositionCase{"TypeOverXThenOk", [](auto& s) { s.Type("xPositionTextEdit", "640.5").Click("okButton"); }, true, 640.5, -7.0},
+        PositionCase{"UntouchedKeepsAllDecimals", [](auto& s) { s.Press(Qt::Key_Return); }, true, 12.345, -7.0},
+        PositionCase{"RetypeYThenEnter", [](auto& s) { s.Retype("yPositionTextEdit", "-20.25").Press(Qt::Key_Return); }, true, 12.345, -20.25},
+        PositionCase{"TypeThenCancelButton", [](auto& s) { s.Type("xPositionTextEdit", "99").Click("cancelButton"); }, false, 12.345, -7.0},
+        PositionCase{"TypeThenEscape", [](auto& s) { s.Type("xPositionTextEdit", "99").Press(Qt::Key_Escape); }, false, 12.345, -7.0},
+        PositionCase{"TypeThenClose", [](auto& s) { s.Type("xPositionTextEdit", "99").Close(); }, false, 12.345, -7.0}),
+    [](const auto& inInfo) { return std::string(inInfo.param.name); });
+
+TEST(ScriptDialogBase, PutsTheHostInItsModalStateForTheDialogsLifeOnly)
+{
+    TestHost host(true);
+    HostQt::TabView timeline(host.Workspace(), L"Timeline", host.Workspace().MainCommander());
+    host.Workspace().SetFocusedTabView(&timeline);
+    bool playerStopped = false;
+    host.Host().AddPlayer([&] { playerStopped = true; });
+
+    ScriptedUser user;
+    TestSupport::HostCounts during;
+    user.On(QStringLiteral("TestVrelDialog")).Inspect([&](QWidget& inWindow) {
+        during = host.Counts();
+        EXPECT_EQ(inWindow.parentWidget(), host.MainWindow());
+        EXPECT_TRUE(inWindow.isModal());
+    }).Press(Qt::Key_Return);
+    EXPECT_TRUE(DLG::DoTestVrelDialog());
+    EXPECT_THAT(user.Finish(), IsEmpty());
+
+    EXPECT_TRUE(during.autoSaveBlockedNow);
+    EXPECT_EQ(during.playersStopped, 1);
+    EXPECT_EQ(during.inputCapturesEnded, 1);
+    EXPECT_TRUE(playerStopped);
+    EXPECT_EQ(host.Workspace().CommandTarget(), host.Workspace().MainCommander());
+    const auto after = host.Counts();
+    EXPECT_EQ(after.autoSaveBlocks, 1);
+    EXPECT_EQ(after.autoSaveUnblocks, 1);
+    EXPECT_FALSE(after.autoSaveBlockedNow);
+}
+
+TEST(ScriptDialogBase, NoWorkspaceShowsNothingAndCancels)
+{
+    TestHost host;
+    KOR::Services().workspace = nullptr;
+    ScriptedUser user;
+    double x = 1.0;
+    double y = 2.0;
+    EXPECT_FALSE(DLG::TransformPosition::DoTransformPositionDialog(x, y));
+    EXPECT_EQ(x, 1.0);
+    EXPECT_THAT(user.Finish(), IsEmpty());
+    EXPECT_EQ(host.Counts().autoSaveBlocks, 0);
+}
+
+TEST(ScriptDialogBase, MissingScriptIsReportedOnceAndLeavesTheValues)
+{
+    TestHost host;
+    host.UseScripts(host.ScratchDirectory());
+    ScriptedUser user;
+    user.On(QStringLiteral("MessageBox")).Click(QStringLiteral("OK"));
+    double x = 1.0;
+    double y = 2.0;
+    EXPECT_FALSE(DLG::TransformPosition::DoTransformPositionDialog(x, y));
+    EXPECT_EQ(x, 1.0);
+    EXPECT_EQ(y, 2.0);
+    EXPECT_THAT(user.Finish(), IsEmpty());
+    EXPECT_EQ(host.Counts().messageBoxes.size(), 1u);
+    EXPECT_EQ(host.Counts().autoSaveUnblocks, host.Counts().autoSaveBlocks);
+}
+
+TEST(ScriptDialogBase, EmptyScriptShowsNoWindowAndCountsAsCancelled)
+{
+    TestHost host;
+    host.UseScripts(host.ScratchDirectory());
+    host.WriteScript(QStringLiteral("TestVrelDialog.vrel"), QByteArray());
+    ScriptedUser user;
+    EXPECT_FALSE(DLG::DoTestVrelDialog());
+    EXPECT_THAT(user.Finish(), IsEmpty());
+    EXPECT_TRUE(host.Counts().messageBoxes.empty());
+}
+
+TEST(ScriptDialogBase, UnreadableScriptIsReportedAndCancels)
+{
+    TestHost host;
+    host.UseScripts(host.ScratchDirectory());
+    host.WriteScript(QStringLiteral("TestVrelDialog.vrel"), "<ui version=\"4.0\"><widget class=\"QDialog\"");
+    ScriptedUser user;
+    user.On(QStringLiteral("MessageBox")).Press(Qt::Key_Escape);
+    EXPECT_FALSE(DLG::DoTestVrelDialog());
+    EXPECT_THAT(user.Finish(), IsEmpty());
+    ASSERT_EQ(user.MessageBoxes().size(), 1u);
+    EXPECT_TRUE(user.MessageBoxes()[0].text.contains(QStringLiteral("TestVrelDialog")));
+}
+
+// The position script without its OK button and y field: Enter still confirms, x is read, y is kept.
+TEST(ScriptDialogBase, ScriptLackingControlsStillWorksWithWhatItHas)
+{
+    TestHost host;
+    host.UseScripts(host.ScratchDirectory());
+    QFile original(TestSupport::ScriptsDirectory() + QStringLiteral("/TransformPositionDialog.vrel"));
+    ASSERT_TRUE(original.open(QIODevice::ReadOnly));
+    QByteArray script = original.readAll();
+    script.replace("name=\"okButton\"", "name=\"renamedButton\"");
+    script.replace("name=\"yPositionTextEdit\"", "name=\"renamedEdit\"");
+    host.WriteScript(QStringLiteral("TransformPositionDialog.vrel"), script);
+
+    ScriptedUser user;
+    user.On(QStringLiteral("TransformPositionDialog")).Type("xPositionTextEdit", "5").Press(Qt::Key_Return);
+    double x = 1.0;
+    double y = 2.0;
+    EXPECT_TRUE(DLG::TransformPosition::DoTransformPositionDialog(x, y));
+    EXPECT_EQ(x, 5.0);
+    EXPECT_EQ(y, 2.0);
+    EXPECT_THAT(user.Finish(), IsEmpty());
+}
+
+// A dialog whose OK handler fails on a null host object.
+class FailingDialog : public DLG::DialogBaseImpl {
+public:
+    FailingDialog() : DLG::DialogBaseImpl(L"TransformPositionDialog", nullptr, nullptr) {}
+
+private:
+    void BindControls() override
+    {
+        BindOkAndCancel([this] { (void)mProject->GetName(); });
+    }
+    BE::ProjectRef mProject;
+};
+
+TEST(ScriptDialogBase, AutoSaveIsUnblockedWhenAHandlerThrows)
+{
+    TestHost host;
+    ScriptedUser user;
+    user.On(QStringLiteral("TransformPositionDialog")).Click(QStringLiteral("okButton"));
+    std::stringstream script;
+    ASSERT_NE(DLG::PrepareScriptDialog(L"TransformPositionDialog.vrel", script), nullptr);
+    EXPECT_THROW(
+        {
+            FailingDialog dialog;
+            dialog.Run(script);
+        },
+        zelcore::Error);
+    EXPECT_THAT(user.Finish(), IsEmpty());
+    EXPECT_EQ(host.Counts().autoSaveBlocks, 1);
+    EXPECT_EQ(host.Counts().autoSaveUnblocks, 1);
+}
+
+} // namespace

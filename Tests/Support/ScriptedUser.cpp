@@ -1,0 +1,197 @@
+#include "ScriptedUser.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QMessageBox>
+#include <QTest>
+
+namespace TestSupport {
+
+namespace {
+
+constexpr int kTickMs = 5;
+constexpr int kStuckTicks = 200; // a window left open this long after its steps is stuck
+
+QWidget* FindControl(QWidget& inWindow, const QString& inName, QStringList& outFailures)
+{
+    if (auto* box = qobject_cast<QMessageBox*>(&inWindow)) {
+        for (QAbstractButton* button : box->buttons()) {
+            if (button->text().remove(QLatin1Char('&')) == inName) {
+                return button;
+            }
+        }
+    }
+    QWidget* control = inWindow.findChild<QWidget*>(inName);
+    if (!control) {
+        outFailures << QStringLiteral("%1 has no control \"%2\"").arg(inWindow.objectName(), inName);
+    }
+    return control;
+}
+
+// A control that lacks the focus gets it the way a person gives it: by clicking into it.
+void FocusByClick(QWidget* inControl)
+{
+    QWidget* focus = inControl->window()->focusWidget();
+    if (focus != inControl && !inControl->isAncestorOf(focus)) {
+        QTest::mouseClick(inControl, Qt::LeftButton);
+    }
+}
+
+QWidget* FocusTarget(QWidget& inWindow)
+{
+    QWidget* focus = QApplication::focusWidget();
+    return focus && focus->window() == &inWindow ? focus : &inWindow;
+}
+
+} // namespace
+
+Step& Step::Type(const QString& inControl, const QString& inText)
+{
+    mActions.push_back([inControl, inText](QWidget& inWindow, QStringList& outFailures) {
+        if (QWidget* control = FindControl(inWindow, inControl, outFailures)) {
+            FocusByClick(control);
+            QTest::keyClicks(control, inText);
+        }
+    });
+    return *this;
+}
+
+Step& Step::Retype(const QString& inControl, const QString& inText)
+{
+    mActions.push_back([inControl, inText](QWidget& inWindow, QStringList& outFailures) {
+        if (QWidget* control = FindControl(inWindow, inControl, outFailures)) {
+            FocusByClick(control);
+            QTest::keyClick(control, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(control, Qt::Key_Delete);
+            QTest::keyClicks(control, inText);
+        }
+    });
+    return *this;
+}
+
+Step& Step::Click(const QString& inControl)
+{
+    mActions.push_back([inControl](QWidget& inWindow, QStringList& outFailures) {
+        if (QWidget* control = FindControl(inWindow, inControl, outFailures)) {
+            QTest::mouseClick(control, Qt::LeftButton);
+        }
+    });
+    return *this;
+}
+
+Step& Step::Press(Qt::Key inKey, Qt::KeyboardModifiers inModifiers)
+{
+    mActions.push_back([inKey, inModifiers](QWidget& inWindow, QStringList&) {
+        QTest::keyClick(FocusTarget(inWindow), inKey, inModifiers);
+    });
+    return *this;
+}
+
+Step& Step::Close()
+{
+    mActions.push_back([](QWidget& inWindow, QStringList&) { inWindow.close(); });
+    return *this;
+}
+
+Step& Step::Inspect(std::function<void(QWidget&)> inCheck)
+{
+    mActions.push_back([inCheck = std::move(inCheck)](QWidget& inWindow, QStringList&) { inCheck(inWindow); });
+    return *this;
+}
+
+Step& Step::Grab(const QString& inPngPath)
+{
+    mActions.push_back([inPngPath](QWidget& inWindow, QStringList& outFailures) {
+        if (!inWindow.grab().save(inPngPath, "PNG")) {
+            outFailures << QStringLiteral("could not save %1").arg(inPngPath);
+        }
+    });
+    return *this;
+}
+
+ScriptedUser::ScriptedUser()
+{
+    mTimer.setInterval(kTickMs);
+    connect(&mTimer, &QTimer::timeout, this, &ScriptedUser::Tick);
+    mTimer.start();
+}
+
+ScriptedUser::~ScriptedUser() = default;
+
+Step& ScriptedUser::On(const QString& inWindow)
+{
+    mSteps.push_back(std::make_shared<Step>(inWindow));
+    return *mSteps.back();
+}
+
+QStringList ScriptedUser::Finish()
+{
+    mTimer.stop();
+    for (const auto& step : mSteps) {
+        mFailures << QStringLiteral("the window %1 never opened").arg(step->Window());
+    }
+    mSteps.clear();
+    return mFailures;
+}
+
+void ScriptedUser::Tick()
+{
+    QWidget* window = QApplication::activeModalWidget();
+    if (mScheduled > 0 || !window || !window->isVisible()) {
+        mStuckTicks = 0;
+        return;
+    }
+    if (!mSteps.empty() && mSteps.front()->Window() == window->objectName()) {
+        std::shared_ptr<Step> step = mSteps.front();
+        mSteps.pop_front();
+        mStuckTicks = 0;
+        ++mScheduled;
+        // The step runs from its own event so that a modal loop it opens does not stop this timer.
+        QTimer::singleShot(0, this, [this, target = QPointer<QWidget>(window), step] {
+            --mScheduled;
+            if (target) {
+                RunStep(target, step);
+            }
+        });
+        return;
+    }
+    if (window != mLastWindow) {
+        const auto* box = qobject_cast<QMessageBox*>(window);
+        mFailures << QStringLiteral("unexpected modal window %1 (\"%2\"%3)")
+                         .arg(window->objectName(), window->windowTitle(),
+                              box ? QStringLiteral(": ") + box->text() : QString());
+        Dismiss(window);
+    } else if (++mStuckTicks > kStuckTicks) {
+        mFailures << QStringLiteral("%1 stayed open after its steps").arg(window->objectName());
+        Dismiss(window);
+    }
+}
+
+void ScriptedUser::RunStep(QWidget* inWindow, std::shared_ptr<Step> inStep)
+{
+    mLastWindow = inWindow;
+    if (auto* box = qobject_cast<QMessageBox*>(inWindow)) {
+        mMessageBoxes.push_back({box->windowTitle(), box->text()});
+    }
+    QPointer<QWidget> window(inWindow);
+    for (const Step::Action& action : inStep->mActions) {
+        if (!window || !window->isVisible()) {
+            mFailures << QStringLiteral("%1 closed before all its actions ran").arg(inStep->Window());
+            return;
+        }
+        action(*window, mFailures);
+    }
+}
+
+void ScriptedUser::Dismiss(QWidget* inWindow)
+{
+    mStuckTicks = 0;
+    if (auto* dialog = qobject_cast<QDialog*>(inWindow)) {
+        dialog->reject();
+    } else {
+        inWindow->close();
+    }
+}
+
+} // namespace TestSupport

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+#include <QWidget>
+
+#include <deque>
+#include <functional>
+#include <memory>
+
+namespace TestSupport {
+
+// What a modal message box said, as the user saw it.
+struct SeenMessageBox {
+    QString caption;
+    QString text;
+};
+
+// One visit of the user to a modal window, named by its object name (a dialog's node name, or
+// "MessageBox" for the host's message boxes). Its actions run in order with real input events.
+class Step {
+public:
+    explicit Step(QString inWindow) : mWindow(std::move(inWindow)) {}
+
+    // Types inText into the named control, key by key, at its cursor (replacing a selection).
+    Step& Type(const QString& inControl, const QString& inText);
+    // Replaces the named control's text: select all, delete, type.
+    Step& Retype(const QString& inControl, const QString& inText);
+    // Clicks the named control; in a message box, the button with that text.
+    Step& Click(const QString& inControl);
+    // Presses a key in the window's focused control.
+    Step& Press(Qt::Key inKey, Qt::KeyboardModifiers inModifiers = Qt::NoModifier);
+    // Closes the window as its title bar's close button does.
+    Step& Close();
+    // Looks at the window without changing it.
+    Step& Inspect(std::function<void(QWidget&)> inCheck);
+    // Saves a picture of the window.
+    Step& Grab(const QString& inPngPath);
+
+    const QString& Window() const { return mWindow; }
+
+private:
+    friend class ScriptedUser;
+    using Action = std::function<void(QWidget&, QStringList&)>;
+    QString mWindow;
+    std::vector<Action> mActions;
+};
+
+// Answers every modal window that opens, in the order the steps were given. A modal window
+// that no step expects, or one left open after its steps, is a failure; it is dismissed so
+// that the code under test can go on.
+class ScriptedUser : public QObject {
+public:
+    ScriptedUser();
+    ~ScriptedUser() override;
+
+    Step& On(const QString& inWindow);
+    const std::vector<SeenMessageBox>& MessageBoxes() const { return mMessageBoxes; }
+    // Everything that went wrong, steps never reached included. Stops watching.
+    QStringList Finish();
+
+private:
+    void Tick();
+    void RunStep(QWidget* inWindow, std::shared_ptr<Step> inStep);
+    void Dismiss(QWidget* inWindow);
+
+    std::deque<std::shared_ptr<Step>> mSteps;
+    std::vector<SeenMessageBox> mMessageBoxes;
+    QStringList mFailures;
+    QTimer mTimer;
+    int mScheduled = 0;
+    QPointer<QWidget> mLastWindow;
+    int mStuckTicks = 0;
+};
+
+} // namespace TestSupport

@@ -1,0 +1,113 @@
+#include "TestHost.h"
+
+#include <QDir>
+#include <QFile>
+
+#include "DLG/Module.h"
+#include "KOR/Paths.h"
+#include "TL/AutoSave.h"
+#include "UIF/MessageBox.h"
+#include "UIF/PlayerControl.h"
+#include "zelcore/DebugService.h"
+#include "zelui/UI_Node.h"
+
+namespace TestSupport {
+
+QString ScriptsDirectory() { return QStringLiteral(TARVIX_SOURCE_DIR "/Scripts"); }
+QString StringTablePath() { return QStringLiteral(TARVIX_SOURCE_DIR "/Strings/Strings.json"); }
+
+class TestHost::Wrappers : public UIF::PlayerService,
+                           public TL::AutoSaveService,
+                           public UIF::MessageBoxService,
+                           public zelui::ui::UI_NodeManager,
+                           public zelcore::debug::DebugService {
+public:
+    explicit Wrappers(const KOR::ServiceTable& inReal) : mReal(inReal) {}
+
+    void StopAllPlayers() override
+    {
+        ++mCounts.playersStopped;
+        mReal.players->StopAllPlayers();
+    }
+    void Block() override
+    {
+        ++mCounts.autoSaveBlocks;
+        mReal.autoSave->Block();
+    }
+    void Unblock() override
+    {
+        ++mCounts.autoSaveUnblocks;
+        mReal.autoSave->Unblock();
+    }
+    bool IsBlocked() const override { return mReal.autoSave->IsBlocked(); }
+    long Show(const std::wstring& inText, const std::wstring& inCaption, unsigned long inButtons,
+              unsigned long inIcon, long inDefaultResult) override
+    {
+        mCounts.messageBoxes.push_back({inText, inCaption, inButtons, inIcon});
+        return mReal.messageBoxes->Show(inText, inCaption, inButtons, inIcon, inDefaultResult);
+    }
+    void EndInputCapture(bool inRestoreFocus) override
+    {
+        ++mCounts.inputCapturesEnded;
+        mReal.nodeManager->EndInputCapture(inRestoreFocus);
+    }
+    bool OfferBreak(const char* inExpression, const char*, int) override
+    {
+        mCounts.contractsFailed.emplace_back(inExpression);
+        return false;
+    }
+    void Break() override {}
+
+    HostCounts mCounts;
+
+private:
+    KOR::ServiceTable mReal;
+};
+
+TestHost::TestHost(bool inWithMainWindow)
+    : mHost(std::make_unique<HostQt::ReferenceHost>(HostQt::HostConfig{mSettings.path(), ScriptsDirectory()}))
+{
+    if (inWithMainWindow) {
+        mMainWindow = std::make_unique<QWidget>();
+        mMainWindow->setObjectName(QStringLiteral("MainWindow"));
+        mMainWindow->resize(640, 400);
+        mMainWindow->show();
+        mHost->SetMainWindow(mMainWindow.get());
+    }
+    mWrappers = std::make_unique<Wrappers>(KOR::Services());
+    KOR::ServiceTable& table = KOR::Services();
+    table.players = mWrappers.get();
+    table.autoSave = mWrappers.get();
+    table.messageBoxes = mWrappers.get();
+    table.nodeManager = mWrappers.get();
+    table.debugger = mWrappers.get();
+    DLG::SetModule(HostQt::LoadModuleObject(StringTablePath()));
+}
+
+TestHost::~TestHost()
+{
+    DLG::Terminate();
+    KOR::Services() = mHost->InstalledServices();
+    mHost.reset();
+}
+
+void TestHost::UseScripts(const QString& inDirectory)
+{
+    KOR::DirectoryRegistry::RegisterDirectory(L"vrel.scripts", inDirectory.toStdWString());
+}
+
+void TestHost::WriteScript(const QString& inFileName, const QByteArray& inContents) const
+{
+    QFile file(QDir(mScratch.path()).filePath(inFileName));
+    file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    file.write(inContents);
+}
+
+HostCounts TestHost::Counts() const
+{
+    HostCounts counts = mWrappers->mCounts;
+    counts.autoSaveBlockedNow = mWrappers->IsBlocked();
+    return counts;
+}
+
+} // namespace TestSupport
