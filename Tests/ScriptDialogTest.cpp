@@ -219,3 +219,20 @@ TEST(ScriptDialogBase, AutoSaveIsUnblockedWhenAHandlerThrows)
 }
 
 } // namespace
+
+namespace {
+
+// The tests rely on the scripted user to notice a window they did not expect.
+TEST(ScriptedUser, ReportsAndDismissesAWindowNoStepExpects)
+{
+    TestHost host;
+    ScriptedUser user;
+    user.On(QStringLiteral("SomeOtherDialog")).Press(Qt::Key_Return);
+    EXPECT_FALSE(DLG::DoTestVrelDialog());
+    const QStringList problems = user.Finish();
+    ASSERT_EQ(problems.size(), 2);
+    EXPECT_TRUE(problems[0].startsWith(QStringLiteral("unexpected modal window TestVrelDialog")));
+    EXPECT_EQ(problems[1], QStringLiteral("the window SomeOtherDialog never opened"));
+}
+
+} // namespace
