@@ -20,10 +20,14 @@ QString OpenTransformPosition(DemoState& ioState, HostQt::Workspace&)
 
 QString OpenColorMatteName(DemoState& ioState, HostQt::Workspace& inWorkspace)
 {
+    const std::wstring before = ioState.matte->GetName();
     const bool known = DLG::DispatchDialog(DLG::kColorMatteNameDialogID,
                                            KOR::InterfaceRef<KOR::KORUnknown>(ioState.matte.Get()),
                                            inWorkspace.GetDrawSupplier(), inWorkspace.GetMainTopLevelWindow());
-    return Returned(known) + QStringLiteral("; name = \"%1\"").arg(QString::fromStdWString(ioState.matte->GetName()));
+    const std::wstring after = ioState.matte->GetName();
+    return (known ? QStringLiteral("dispatched") : QStringLiteral("not dispatched")) +
+           (after == before ? QStringLiteral("; name unchanged (\"%1\")") : QStringLiteral("; name set to \"%1\""))
+               .arg(QString::fromStdWString(after));
 }
 
 QString OpenTestVrel(DemoState&, HostQt::Workspace&) { return Returned(DLG::DoTestVrelDialog()); }

@@ -53,6 +53,8 @@ void DemoWindow::OpenDialog(const DemoDialog& inDialog)
         Log(inDialog.title + QStringLiteral(": ") + inDialog.open(mState, mWorkspace));
     } catch (const zelcore::Error& error) {
         Log(inDialog.title + QStringLiteral(": raised \"%1\"").arg(QString::fromStdWString(error.Message())));
+    } catch (const std::exception& error) {
+        Log(inDialog.title + QStringLiteral(": raised \"%1\"").arg(QString::fromLocal8Bit(error.what())));
     }
 }
 

@@ -24,6 +24,8 @@ QString Attempt(const std::function<QString()>& inOpen)
         return inOpen();
     } catch (const zelcore::Error& error) {
         return QStringLiteral("raised \"%1\"").arg(QString::fromStdWString(error.Message()));
+    } catch (const std::exception& error) {
+        return QStringLiteral("raised \"%1\"").arg(QString::fromLocal8Bit(error.what()));
     }
 }
 

@@ -4,6 +4,7 @@
 #include <QCommandLineParser>
 #include <QFile>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -45,6 +46,8 @@ int Run(QApplication& ioApp, const QCommandLineParser& inOptions)
 
     int result = 0;
     if (gallery) {
+        // The gallery's scripted user types numbers as "1280.5", whatever the machine's locale.
+        QLocale::setDefault(QLocale::c());
         const int failed = Demo::RenderGallery(inOptions.value(QStringLiteral("gallery")), window, state,
                                                host.GetWorkspace());
         std::cout << "gallery written to " << inOptions.value(QStringLiteral("gallery")).toStdString() << "; "
@@ -78,15 +81,16 @@ int main(int argc, char** argv)
                        QStringLiteral(TARVIX_SOURCE_DIR "/Scripts")});
     options.addOption({QStringLiteral("strings"), QStringLiteral("The module's string table."),
                        QStringLiteral("file"), QStringLiteral(TARVIX_SOURCE_DIR "/Strings/Strings.json")});
-    options.process(app);
+    QStringList arguments = app.arguments();
+    options.process(arguments);
     // Without a display there is nothing to show a window on: render the gallery instead.
     if (!options.isSet(QStringLiteral("gallery")) && QGuiApplication::platformName() == QLatin1String("offscreen")) {
-        options.process(QStringList{app.arguments().first(), QStringLiteral("--gallery"), QStringLiteral("gallery")});
+        options.process(arguments << QStringLiteral("--gallery") << QStringLiteral("gallery"));
     }
 
     try {
         return Run(app, options);
-    } catch (const zelcore::Error& error) {
+    } catch (const std::exception& error) {
         std::cerr << "tarvix-dialogs: " << error.what() << std::endl;
         return 1;
     }

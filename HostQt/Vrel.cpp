@@ -140,9 +140,14 @@ bool UI_Vrel::ParseVrelScript(std::stringstream& inScript)
     mImpl->mDialog = new zelui::ui::UI_Dialog(std::make_unique<zelui::ui::NodePeer>(window));
     mImpl->mDialog->SetResponseHandler(mImpl->mResponseHandler);
 
+    struct CloseAfterwards {
+        Impl& mImpl;
+        ~CloseAfterwards() { mImpl.Close(); }
+    } closeAfterwards{*mImpl};
+    HostQt::HandlerScope binding(window);
     BindControls();
+    binding.RethrowPending();
     mImpl->mDialog->RunModal();
-    mImpl->Close();
     return true;
 }
 

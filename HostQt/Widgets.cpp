@@ -21,29 +21,51 @@ namespace HostQt {
 
 namespace {
 
-// Dialogs whose modal loop runs, innermost last. An exception thrown by a handler inside a
-// loop must not unwind through Qt: it ends the innermost dialog and is raised again where
-// RunModal returns.
-thread_local std::vector<std::pair<DialogWidget*, std::exception_ptr>> gRunningDialogs;
+struct ScopeEntry {
+    QPointer<QDialog> mDialog;
+    std::exception_ptr mPending;
+};
 
+// Dialogs being bound or run, innermost last.
+thread_local std::vector<ScopeEntry> gHandlerScopes;
+
+// An exception must not unwind through Qt's event delivery. One thrown by a handler ends the
+// innermost dialog and is raised again when that dialog's scope asks for it.
 template <class Handler>
 void Guarded(Handler&& inHandler)
 {
     try {
         inHandler();
     } catch (...) {
-        if (gRunningDialogs.empty()) {
-            throw;
+        if (gHandlerScopes.empty()) {
+            qCritical("A handler outside any dialog raised an error; it was dropped.");
+            return;
         }
-        auto& [dialog, pending] = gRunningDialogs.back();
-        if (!pending) {
-            pending = std::current_exception();
+        ScopeEntry& scope = gHandlerScopes.back();
+        if (!scope.mPending) {
+            scope.mPending = std::current_exception();
         }
-        dialog->done(zelui::ui::UI_Dialog::kResponse_Dismiss);
+        if (scope.mDialog) {
+            scope.mDialog->done(zelui::ui::UI_Dialog::kResponse_Dismiss);
+        }
     }
 }
 
 } // namespace
+
+HandlerScope::HandlerScope(QDialog* inDialog) : mDepth(gHandlerScopes.size())
+{
+    gHandlerScopes.push_back({inDialog, nullptr});
+}
+
+HandlerScope::~HandlerScope() { gHandlerScopes.resize(mDepth); }
+
+void HandlerScope::RethrowPending()
+{
+    if (std::exception_ptr pending = std::exchange(gHandlerScopes.at(mDepth).mPending, nullptr)) {
+        std::rethrow_exception(pending);
+    }
+}
 
 NumberEditWidget::NumberEditWidget(QWidget* inParent) : QDoubleSpinBox(inParent)
 {
@@ -120,13 +142,9 @@ void DialogWidget::Respond(long inResponse)
 
 int DialogWidget::RunModal()
 {
-    gRunningDialogs.emplace_back(this, nullptr);
+    HandlerScope scope(this);
     const int result = exec();
-    const std::exception_ptr pending = gRunningDialogs.back().second;
-    gRunningDialogs.pop_back();
-    if (pending) {
-        std::rethrow_exception(pending);
-    }
+    scope.RethrowPending();
     return result;
 }
 
@@ -242,8 +260,13 @@ UI_Dialog::Response UI_Dialog::RunModal()
     }
     dialog->SetNode(this);
     struct Detach {
-        HostQt::DialogWidget* mDialog;
-        ~Detach() { mDialog->SetNode(nullptr); }
+        QPointer<HostQt::DialogWidget> mDialog;
+        ~Detach()
+        {
+            if (mDialog) {
+                mDialog->SetNode(nullptr);
+            }
+        }
     } detach{dialog};
     return dialog->RunModal();
 }
@@ -257,10 +280,13 @@ void UI_Dialog::EndDialog(Response inResponse)
 
 void UI_Dialog::Respond(Response inResponse)
 {
+    Response response = inResponse;
     if (mResponseHandler) {
-        mResponseHandler(inResponse);
+        mResponseHandler(response);
     }
-    EndDialog(inResponse);
+    if (response != kResponse_KeepOpen) {
+        EndDialog(response);
+    }
 }
 
 } // namespace ui

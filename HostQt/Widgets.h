@@ -35,4 +35,18 @@ private:
     QPointer<QAbstractButton> mCancelButton;
 };
 
+// While it lives, what a handler of inDialog's controls throws is kept (and the dialog ended)
+// instead of unwinding through Qt; RethrowPending raises it where it is safe.
+class HandlerScope {
+public:
+    explicit HandlerScope(QDialog* inDialog);
+    ~HandlerScope();
+    HandlerScope(const HandlerScope&) = delete;
+    HandlerScope& operator=(const HandlerScope&) = delete;
+    void RethrowPending();
+
+private:
+    std::size_t mDepth;
+};
+
 } // namespace HostQt

@@ -29,7 +29,7 @@ public:
 private:
     void BindControls() override
     {
-        BindOkAndCancel([this] { ConfirmName(); });
+        BindOkAndCancel();
         mNameEdit = GetUINodePtr<UI_TextEdit>(L"matteNameTextEdit");
         if (mNameEdit) {
             mNameEdit->SetText(mName);
@@ -45,15 +45,15 @@ private:
     }
 
     // A matte needs a name to be found by in the project: an empty one keeps the dialog open.
-    void ConfirmName()
+    bool ValidateControls() override
     {
         if (mNameEdit && IsBlank(mNameEdit->GetText())) {
             UIF::MessageBoxW(LoadString(kStr_ColorMatteNameEmpty), LoadString(kStr_ColorMatteNameCaption),
                              UIF::kMessageBox_OK, UIF::kMessageBoxIcon_Error, 0);
             mNameEdit->SelectAll();
-            return;
+            return false;
         }
-        Accept();
+        return true;
     }
 
     std::wstring mName;

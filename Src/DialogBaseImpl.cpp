@@ -42,10 +42,15 @@ void DialogBaseImpl::Run(std::stringstream& inScript)
     }
 }
 
+bool DialogBaseImpl::ValidateControls() { return true; }
+
 void DialogBaseImpl::ReadControls() {}
 
 void DialogBaseImpl::Accept()
 {
+    if (!ValidateControls()) {
+        return;
+    }
     ReadControls();
     SetCancelled(false);
     if (zelui::ui::UI_Dialog* view = GetDialogView()) {
@@ -61,12 +66,12 @@ void DialogBaseImpl::Dismiss()
     }
 }
 
-void DialogBaseImpl::BindOkAndCancel(boost::function<void()> inOkHandler)
+void DialogBaseImpl::BindOkAndCancel()
 {
     mOkButton = GetUINodePtr<zelui::controls::UI_Button>(L"okButton");
     mCancelButton = GetUINodePtr<zelui::controls::UI_Button>(L"cancelButton");
     if (mOkButton) {
-        mOkButton->NotifyWhenChanged(inOkHandler ? inOkHandler : [this] { Accept(); });
+        mOkButton->NotifyWhenChanged([this] { Accept(); });
         GetDialogView()->SetOkButton(mOkButton.get());
     }
     if (mCancelButton) {
@@ -82,6 +87,10 @@ bool DialogBaseImpl::HandleResponse(zelui::ui::UI_Dialog::Response& ioResponse)
         return false;
     }
     if (ioResponse == zelui::ui::UI_Dialog::kResponse_Accept) {
+        if (!ValidateControls()) {
+            ioResponse = zelui::ui::UI_Dialog::kResponse_KeepOpen;
+            return false;
+        }
         ReadControls();
         mCancelled = false;
         return true;

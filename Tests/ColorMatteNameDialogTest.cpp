@@ -1,5 +1,7 @@
 // The colour matte name dialog, opened by identifier as the host does.
 
+#include <QFile>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -73,6 +75,25 @@ TEST(ColorMatteNameDialog, EmptyNameIsRefusedAndTheDialogStaysOpen)
     ASSERT_EQ(user.MessageBoxes().size(), 1u);
     EXPECT_EQ(user.MessageBoxes()[0].text, QStringLiteral("Please enter a name for the color matte."));
     EXPECT_EQ(parameters->mName, L"Black") << "the name field was selected again after the message";
+}
+
+// With no OK button in the script, Enter accepts: the name is checked all the same.
+TEST(ColorMatteNameDialog, EnterWithoutAnOkButtonStillRefusesAnEmptyName)
+{
+    TestHost host;
+    QFile original(TestSupport::ScriptsDirectory() + QStringLiteral("/ColorMatteNameDialog.vrel"));
+    ASSERT_TRUE(original.open(QIODevice::ReadOnly));
+    host.WriteScript(QStringLiteral("ColorMatteNameDialog.vrel"),
+                     original.readAll().replace("name=\"okButton\"", "name=\"renamedButton\""));
+    host.UseScripts(host.ScratchDirectory());
+    KOR::InterfaceRef<MatteParameters> parameters(new MatteParameters(L"Color Matte"));
+    ScriptedUser user;
+    user.On(QStringLiteral("ColorMatteNameDialog")).Type(QStringLiteral("matteNameTextEdit"), QStringLiteral(" ")).Press(Qt::Key_Return);
+    user.On(QStringLiteral("MessageBox")).Press(Qt::Key_Return);
+    user.On(QStringLiteral("ColorMatteNameDialog")).Press(Qt::Key_Escape);
+    EXPECT_TRUE(Dispatch(host, parameters.Get()));
+    EXPECT_THAT(user.Finish(), IsEmpty());
+    EXPECT_EQ(parameters->mWrites, 0);
 }
 
 TEST(ColorMatteNameDialog, ParametersWithoutTheNameInterfaceBreakTheContract)

@@ -76,7 +76,6 @@ TEST(ModuleLifecycle, ProjectIsHeldUntilTerminateAndSurvivesBeingSetAgain)
     EXPECT_FALSE(destroyed);
     EXPECT_EQ(DLG::GetCurrentProject().Get(), project);
 
-    // The only reference is the module's: setting it again must add before it releases.
     DLG::SetProject(DLG::GetCurrentProject());
     EXPECT_FALSE(destroyed);
 
@@ -86,6 +85,29 @@ TEST(ModuleLifecycle, ProjectIsHeldUntilTerminateAndSurvivesBeingSetAgain)
     EXPECT_TRUE(destroyed);
     EXPECT_EQ(DLG::GetCurrentProject(), nullptr);
     DLG::Terminate();
+}
+
+// The holders that the module keeps its objects in take the new reference before they let
+// go of the old one, so a holder assigned its own object keeps it alive.
+TEST(ReferenceHolders, AssigningTheHeldObjectToItselfKeepsItAlive)
+{
+    bool projectDestroyed = false;
+    BE::ProjectRef project(new TrackedProject(projectDestroyed));
+    const BE::ProjectRef& alias = project;
+    project = alias;
+    EXPECT_FALSE(projectDestroyed);
+    EXPECT_EQ(project->GetName(), L"Tracked");
+
+    int moduleDestroyed = 0;
+    KOR::ObjectPtr<KOR::Module, KOR::AtomicValue> module(new TrackedModule(moduleDestroyed));
+    const auto& moduleAlias = module;
+    module = moduleAlias;
+    EXPECT_EQ(moduleDestroyed, 0);
+    EXPECT_EQ(module.UseCount(), 1);
+    module = {};
+    EXPECT_EQ(moduleDestroyed, 1);
+    project.Reset();
+    EXPECT_TRUE(projectDestroyed);
 }
 
 TEST(Dispatch, IdentifiersMatchExactlyAndUnknownOnesReleaseTheParameters)

@@ -1,5 +1,6 @@
 // Script dialogs through their entry functions, on real windows answered by a scripted user.
 
+#include <QApplication>
 #include <QDoubleSpinBox>
 #include <QLineEdit>
 
@@ -83,10 +84,26 @@ INSTANTIATE_TEST_SUITE_P(
         PositionCase{"TypeThenClose", [](auto& s) { s.Type("xPositionTextEdit", "99").Close(); }, false, 12.345, -7.0}),
     [](const auto& inInfo) { return std::string(inInfo.param.name); });
 
-TEST(ScriptDialogBase, PutsTheHostInItsModalStateForTheDialogsLifeOnly)
+// The editor's top commander, noting when it becomes the command target.
+class RecordingCommander : public UIF::Commander {
+public:
+    explicit RecordingCommander(TestHost& ioHost) : mHost(ioHost) {}
+    UIF::Commander* GetSuperCommander() const override { return nullptr; }
+    void SwitchTarget() override
+    {
+        mHost.Record("switch command target");
+        mHost.Workspace().SetCommandTarget(this);
+    }
+
+private:
+    TestHost& mHost;
+};
+
+TEST(ScriptDialogBase, PutsTheHostInItsModalStateInOrderAndUnblocksAutoSaveAfterwards)
 {
     TestHost host(true);
-    HostQt::TabView timeline(host.Workspace(), L"Timeline", host.Workspace().MainCommander());
+    RecordingCommander editor(host);
+    HostQt::TabView timeline(host.Workspace(), L"Timeline", &editor);
     host.Workspace().SetFocusedTabView(&timeline);
     bool playerStopped = false;
     host.Host().AddPlayer([&] { playerStopped = true; });
@@ -95,6 +112,7 @@ TEST(ScriptDialogBase, PutsTheHostInItsModalStateForTheDialogsLifeOnly)
     TestSupport::HostCounts during;
     user.On(QStringLiteral("TestVrelDialog")).Inspect([&](QWidget& inWindow) {
         during = host.Counts();
+        host.Record("dialog shown");
         EXPECT_EQ(inWindow.parentWidget(), host.MainWindow());
         EXPECT_TRUE(inWindow.isModal());
     }).Press(Qt::Key_Return);
@@ -102,14 +120,39 @@ TEST(ScriptDialogBase, PutsTheHostInItsModalStateForTheDialogsLifeOnly)
     EXPECT_THAT(user.Finish(), IsEmpty());
 
     EXPECT_TRUE(during.autoSaveBlockedNow);
-    EXPECT_EQ(during.playersStopped, 1);
-    EXPECT_EQ(during.inputCapturesEnded, 1);
     EXPECT_TRUE(playerStopped);
-    EXPECT_EQ(host.Workspace().CommandTarget(), host.Workspace().MainCommander());
-    const auto after = host.Counts();
-    EXPECT_EQ(after.autoSaveBlocks, 1);
-    EXPECT_EQ(after.autoSaveUnblocks, 1);
-    EXPECT_FALSE(after.autoSaveBlockedNow);
+    EXPECT_EQ(host.Workspace().CommandTarget(), &editor);
+    EXPECT_THAT(host.Counts().sequence,
+                testing::ElementsAre("switch command target", "stop players", "block auto-save", "end input capture",
+                                     "dialog shown", "unblock auto-save"));
+    EXPECT_FALSE(host.Counts().autoSaveBlockedNow);
+}
+
+// Responses other than dismissal and acceptance end the dialog but leave its flag alone.
+class OtherResponseDialog : public DLG::DialogBaseImpl {
+public:
+    OtherResponseDialog() : DLG::DialogBaseImpl(L"TransformPositionDialog", nullptr, nullptr) { SetCancelled(true); }
+
+private:
+    void BindControls() override
+    {
+        mButton = GetUINodePtr<zelui::controls::UI_Button>(L"okButton");
+        mButton->NotifyWhenChanged([this] { GetDialogView()->Respond(2); });
+    }
+    boost::intrusive_ptr<zelui::controls::UI_Button> mButton;
+};
+
+TEST(ScriptDialogBase, OtherResponseCodesLeaveTheCancelledFlagAlone)
+{
+    TestHost host;
+    ScriptedUser user;
+    user.On(QStringLiteral("TransformPositionDialog")).Click(QStringLiteral("okButton"));
+    std::stringstream script;
+    ASSERT_NE(DLG::PrepareScriptDialog(L"TransformPositionDialog.vrel", script), nullptr);
+    OtherResponseDialog dialog;
+    dialog.Run(script);
+    EXPECT_TRUE(dialog.WasCancelled());
+    EXPECT_THAT(user.Finish(), IsEmpty());
 }
 
 TEST(ScriptDialogBase, NoWorkspaceShowsNothingAndCancels)
@@ -138,7 +181,6 @@ TEST(ScriptDialogBase, MissingScriptIsReportedOnceAndLeavesTheValues)
     EXPECT_EQ(y, 2.0);
     EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_EQ(host.Counts().messageBoxes.size(), 1u);
-    EXPECT_EQ(host.Counts().autoSaveUnblocks, host.Counts().autoSaveBlocks);
 }
 
 TEST(ScriptDialogBase, EmptyScriptShowsNoWindowAndCountsAsCancelled)
@@ -187,35 +229,45 @@ TEST(ScriptDialogBase, ScriptLackingControlsStillWorksWithWhatItHas)
     EXPECT_THAT(user.Finish(), IsEmpty());
 }
 
-// A dialog whose OK handler fails on a null host object.
+// A dialog whose check of its controls fails on a null host object.
 class FailingDialog : public DLG::DialogBaseImpl {
 public:
     FailingDialog() : DLG::DialogBaseImpl(L"TransformPositionDialog", nullptr, nullptr) {}
 
 private:
-    void BindControls() override
-    {
-        BindOkAndCancel([this] { (void)mProject->GetName(); });
-    }
+    void BindControls() override { BindOkAndCancel(); }
+    bool ValidateControls() override { return !mProject->GetName().empty(); }
     BE::ProjectRef mProject;
 };
 
-TEST(ScriptDialogBase, AutoSaveIsUnblockedWhenAHandlerThrows)
+// Through the OK button's handler, and through Enter in a script without an OK button.
+TEST(ScriptDialogBase, ErrorInAHandlerLeavesTheEntryAfterTheDialogClosedAndUnblocksAutoSave)
 {
     TestHost host;
-    ScriptedUser user;
-    user.On(QStringLiteral("TransformPositionDialog")).Click(QStringLiteral("okButton"));
-    std::stringstream script;
-    ASSERT_NE(DLG::PrepareScriptDialog(L"TransformPositionDialog.vrel", script), nullptr);
-    EXPECT_THROW(
-        {
-            FailingDialog dialog;
-            dialog.Run(script);
-        },
-        zelcore::Error);
-    EXPECT_THAT(user.Finish(), IsEmpty());
-    EXPECT_EQ(host.Counts().autoSaveBlocks, 1);
-    EXPECT_EQ(host.Counts().autoSaveUnblocks, 1);
+    QFile original(TestSupport::ScriptsDirectory() + QStringLiteral("/TransformPositionDialog.vrel"));
+    ASSERT_TRUE(original.open(QIODevice::ReadOnly));
+    const QByteArray withoutOk = original.readAll().replace("name=\"okButton\"", "name=\"renamedButton\"");
+    host.WriteScript(QStringLiteral("NoOkButton.vrel"), withoutOk);
+
+    for (const bool viaEnter : {false, true}) {
+        ScriptedUser user;
+        TestSupport::Step& step = user.On(QStringLiteral("TransformPositionDialog"));
+        viaEnter ? step.Press(Qt::Key_Return) : step.Click(QStringLiteral("okButton"));
+        host.UseScripts(viaEnter ? host.ScratchDirectory() : TestSupport::ScriptsDirectory());
+        std::stringstream script;
+        ASSERT_NE(DLG::PrepareScriptDialog(viaEnter ? L"NoOkButton.vrel" : L"TransformPositionDialog.vrel", script),
+                  nullptr);
+        EXPECT_THROW(
+            {
+                FailingDialog dialog;
+                dialog.Run(script);
+            },
+            zelcore::Error);
+        EXPECT_THAT(user.Finish(), IsEmpty());
+    }
+    EXPECT_EQ(host.Counts().autoSaveBlocks, 2);
+    EXPECT_EQ(host.Counts().autoSaveUnblocks, 2);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 // Reading layout scripts from the scripts folder.
 
+#include <QDir>
+
 #include <gtest/gtest.h>
 
 #include "DLG/ScriptLoader.h"
@@ -30,14 +32,18 @@ TEST(ScriptLoader, ReadsTheWholeScriptAndAZeroByteOneAsEmptyText)
     EXPECT_TRUE(host.Counts().messageBoxes.empty());
 }
 
-TEST(ScriptLoader, MissingScriptIsReportedOnceAndReadsAsEmptyText)
+class UnreadableScript : public testing::TestWithParam<const char*> {};
+
+// A script that is not there, and one that is there but cannot be opened as a file.
+TEST_P(UnreadableScript, IsReportedOnceAndReadsAsEmptyText)
 {
     TestHost host;
     host.UseScripts(host.ScratchDirectory());
+    QDir(host.ScratchDirectory()).mkdir(QStringLiteral("Folder.vrel"));
     ScriptedUser user;
     user.On(QStringLiteral("MessageBox")).Press(Qt::Key_Return);
 
-    DLG::ScriptLoader loader(L"Nowhere.vrel");
+    DLG::ScriptLoader loader(QString::fromLatin1(GetParam()).toStdWString());
     std::stringstream first;
     std::stringstream second;
     EXPECT_TRUE(loader.GetStream(first));
@@ -52,5 +58,7 @@ TEST(ScriptLoader, MissingScriptIsReportedOnceAndReadsAsEmptyText)
     EXPECT_EQ(boxes[0].buttons, UIF::kMessageBox_OK);
     EXPECT_EQ(boxes[0].icon, UIF::kMessageBoxIcon_Error);
 }
+
+INSTANTIATE_TEST_SUITE_P(Files, UnreadableScript, testing::Values("Nowhere.vrel", "Folder.vrel"));
 
 } // namespace

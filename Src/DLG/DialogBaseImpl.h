@@ -3,8 +3,6 @@
 #include <sstream>
 #include <string>
 
-#include <boost/function.hpp>
-
 #include "DLG/Export.h"
 #include "zelui/Controls.h"
 #include "zelvrel/UI_Vrel.h"
@@ -15,9 +13,9 @@ class Workspace;
 
 namespace DLG {
 
-// The base of every script dialog. While one exists, no player runs and the host does not save
-// automatically; the command target is the focused panel's super-commander and nobody holds
-// the input. Dismissal (Cancel, Escape, closing the window) marks it cancelled, acceptance
+// The base of every script dialog. Making one switches the command target to the focused
+// panel's super-commander, stops the players and ends any input capture; while it exists the
+// host does not save automatically. Dismissal (Cancel, Escape, closing the window) marks it cancelled, acceptance
 // (OK, Enter) marks it confirmed.
 class DialogBaseImpl : public zelvrel::UI_Vrel {
 public:
@@ -33,21 +31,24 @@ public:
     void Run(std::stringstream& inScript);
 
 protected:
+    // Checks the controls before every acceptance; false keeps the dialog open, after telling
+    // the user what is wrong.
+    virtual bool ValidateControls();
     // Copies the controls' values into the dialog's fields; runs on every acceptance.
     virtual void ReadControls();
-    // The OK path: read the controls, mark confirmed, end the dialog.
+    // The OK path: check and read the controls, mark confirmed, end the dialog.
     void Accept();
     // The cancel path: mark cancelled, end the dialog.
     void Dismiss();
-    // Binds "okButton" and "cancelButton" as the buttons that Enter and Escape press. OK runs
-    // inOkHandler, Accept when none is given; cancel runs Dismiss. A missing button is skipped.
-    void BindOkAndCancel(boost::function<void()> inOkHandler = {});
+    // Binds "okButton" and "cancelButton" as the buttons that Enter and Escape press: OK runs
+    // Accept, cancel runs Dismiss. A missing button is skipped.
+    void BindOkAndCancel();
 
 private:
     bool HandleResponse(zelui::ui::UI_Dialog::Response& ioResponse);
 
     // Puts the host in its modal state: the focused panel's super-commander becomes the
-    // command target, players stop and auto-save is blocked, for exactly the life of the
+    // command target and players stop; auto-save is blocked for exactly the life of the
     // dialog, whatever ends it.
     class ModalScope {
     public:

@@ -150,8 +150,10 @@ void ScriptedUser::Tick()
         // The step runs from its own event so that a modal loop it opens does not stop this timer.
         QTimer::singleShot(0, this, [this, target = QPointer<QWidget>(window), step] {
             --mScheduled;
-            if (target) {
+            if (target && target->isVisible()) {
                 RunStep(target, step);
+            } else {
+                mFailures << QStringLiteral("%1 closed before its step ran").arg(step->Window());
             }
         });
         return;
@@ -161,6 +163,7 @@ void ScriptedUser::Tick()
         mFailures << QStringLiteral("unexpected modal window %1 (\"%2\"%3)")
                          .arg(window->objectName(), window->windowTitle(),
                               box ? QStringLiteral(": ") + box->text() : QString());
+        mLastWindow = window;
         Dismiss(window);
     } else if (++mStuckTicks > kStuckTicks) {
         mFailures << QStringLiteral("%1 stayed open after its steps").arg(window->objectName());

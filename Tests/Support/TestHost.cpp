@@ -27,16 +27,19 @@ public:
     void StopAllPlayers() override
     {
         ++mCounts.playersStopped;
+        mCounts.sequence.emplace_back("stop players");
         mReal.players->StopAllPlayers();
     }
     void Block() override
     {
         ++mCounts.autoSaveBlocks;
+        mCounts.sequence.emplace_back("block auto-save");
         mReal.autoSave->Block();
     }
     void Unblock() override
     {
         ++mCounts.autoSaveUnblocks;
+        mCounts.sequence.emplace_back("unblock auto-save");
         mReal.autoSave->Unblock();
     }
     bool IsBlocked() const override { return mReal.autoSave->IsBlocked(); }
@@ -49,6 +52,7 @@ public:
     void EndInputCapture(bool inRestoreFocus) override
     {
         ++mCounts.inputCapturesEnded;
+        mCounts.sequence.emplace_back("end input capture");
         mReal.nodeManager->EndInputCapture(inRestoreFocus);
     }
     bool OfferBreak(const char* inExpression, const char*, int) override
@@ -102,6 +106,8 @@ void TestHost::WriteScript(const QString& inFileName, const QByteArray& inConten
     file.open(QIODevice::WriteOnly | QIODevice::Truncate);
     file.write(inContents);
 }
+
+void TestHost::Record(const std::string& inEvent) { mWrappers->mCounts.sequence.push_back(inEvent); }
 
 HostCounts TestHost::Counts() const
 {

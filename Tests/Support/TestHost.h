@@ -28,7 +28,8 @@ struct HostCounts {
         unsigned long icon;
     };
     std::vector<MessageBox> messageBoxes;
-    bool autoSaveBlockedNow = false; // filled by Snapshot()
+    std::vector<std::string> sequence; // the calls above, and what tests recorded, in order
+    bool autoSaveBlockedNow = false;
 };
 
 // A reference host for one test: settings in a temporary folder, the project's layout scripts,
@@ -45,6 +46,8 @@ public:
     void WriteScript(const QString& inFileName, const QByteArray& inContents) const;
 
     HostCounts Counts() const;
+    // Adds inEvent to the sequence of calls, between the host's own.
+    void Record(const std::string& inEvent);
     HostQt::ReferenceHost& Host() { return *mHost; }
     HostQt::Workspace& Workspace() { return mHost->GetWorkspace(); }
     QWidget* MainWindow() const { return mMainWindow.get(); }

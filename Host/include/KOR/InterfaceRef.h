@@ -1,5 +1,6 @@
 #pragma once
 
+#include <type_traits>
 #include <utility>
 
 #include "KOR/KORUnknown.h"
@@ -24,7 +25,9 @@ public:
     }
     InterfaceRef(const InterfaceRef& inOther) : InterfaceRef(inOther.mObject) {}
     InterfaceRef(InterfaceRef&& inOther) noexcept : mObject(std::exchange(inOther.mObject, nullptr)) {}
+    // Only towards a base interface; Query asks an object for another interface.
     template <class U>
+        requires std::is_convertible_v<U*, T*>
     InterfaceRef(const InterfaceRef<U>& inOther) : InterfaceRef(static_cast<T*>(inOther.Get()))
     {
     }

@@ -30,7 +30,12 @@ public:
     explicit ObjectPtr(T* inObject) : mObject(inObject)
     {
         if (mObject) {
-            mCount = new (Allocator::Allocate(sizeof(Count))) Count(1);
+            try {
+                mCount = new (Allocator::Allocate(sizeof(Count))) Count(1);
+            } catch (...) {
+                delete mObject;
+                throw;
+            }
         }
     }
     ObjectPtr(const ObjectPtr& inOther) : mCount(inOther.mCount), mObject(inOther.mObject)

@@ -17,12 +17,14 @@ namespace zelui::ui {
 // Enter presses the OK button when one is set (and nothing when it is disabled); without one it
 // is the acceptance response 1. Escape presses the cancel button when one is set; without one,
 // and on closing the window, it is the dismissal response 0. A response goes to the response
-// handler and then ends the dialog with that code.
+// handler, which may change it, and then ends the dialog with that code; a handler that sets it
+// to kResponse_KeepOpen keeps the dialog open (an acceptance of values that do not check out).
 class HOST_API UI_Dialog : public UI_Node {
 public:
     using Response = long;
     static constexpr Response kResponse_Dismiss = 0;
     static constexpr Response kResponse_Accept = 1;
+    static constexpr Response kResponse_KeepOpen = -1;
     using ResponseHandler = boost::function<bool(Response&)>;
 
     using UI_Node::UI_Node;
