@@ -7,13 +7,22 @@
 #include <QHash>
 #include <QString>
 
+#include <charconv>
+#include <cmath>
 #include <csignal>
 #include <cstdlib>
 #include <mutex>
+#include <set>
 
 #include "BE/Backend.h"
 #include "BE/ColorMatte.h"
 #include "BE/Project.h"
+#include "BE/ProjectSettings.h"
+#include "KOR/Stations.h"
+#include "UIF/KeyFilter.h"
+#include "UIF/Sound.h"
+#include "UIF/TimecodeInfo.h"
+#include "zelcore/Utility.h"
 #include "KOR/Allocator.h"
 #include "KOR/InterfaceRef.h"
 #include "KOR/Module.h"
@@ -290,3 +299,113 @@ UI_NodeManager* UI_NodeManager::Get() { return KOR::Services().nodeManager; }
 
 } // namespace ui
 } // namespace zelui
+
+namespace UIF {
+
+SoundService::~SoundService() = default;
+
+void Beep()
+{
+    if (SoundService* sounds = KOR::Services().sounds) {
+        sounds->Beep();
+    }
+}
+
+bool KeyFilterStandard::AcceptUnsignedInteger(wchar_t inChar) { return inChar >= L'0' && inChar <= L'9'; }
+
+bool KeyFilterStandard::AcceptSignedInteger(wchar_t inChar)
+{
+    return AcceptUnsignedInteger(inChar) || inChar == L'-' || inChar == L'+';
+}
+
+bool KeyFilterStandard::AcceptUnsignedFloat(wchar_t inChar)
+{
+    return AcceptUnsignedInteger(inChar) || inChar == L'.' || inChar == L',';
+}
+
+bool KeyFilterStandard::AcceptSignedFloat(wchar_t inChar)
+{
+    return AcceptUnsignedFloat(inChar) || inChar == L'-' || inChar == L'+';
+}
+
+bool KeyFilterStandard::AcceptTimecodeDelimiter(wchar_t inChar)
+{
+    return inChar == L':' || inChar == L';' || inChar == L'.' || inChar == L',' || inChar == L'+' ||
+           inChar == L'/' || inChar == L' ';
+}
+
+TimecodeNotifier::~TimecodeNotifier() = default;
+
+} // namespace UIF
+
+namespace zelcore::utility {
+
+double StringToNumber(const std::wstring& inText)
+{
+    std::string text;
+    for (const wchar_t c : inText) {
+        text.push_back(c == L',' ? '.' : (c < 128 ? static_cast<char>(c) : '?'));
+    }
+    std::size_t start = text.find_first_not_of(" \t");
+    if (start == std::string::npos) {
+        return 0.0;
+    }
+    if (text[start] == '+') {
+        ++start;
+    }
+    // from_chars reads the same whatever the process's locale.
+    double value = 0.0;
+    const auto [end, error] = std::from_chars(text.data() + start, text.data() + text.size(), value,
+                                              std::chars_format::general);
+    return error != std::errc() || !std::isfinite(value) ? 0.0 : value;
+}
+
+} // namespace zelcore::utility
+
+namespace KOR {
+
+namespace {
+std::mutex gStationMutex;
+std::set<std::wstring>& Stations()
+{
+    static std::set<std::wstring> stations;
+    return stations;
+}
+} // namespace
+
+std::wstring StationRegistry::RegisterUniqueStation()
+{
+    static std::uint64_t next = 0;
+    std::lock_guard lock(gStationMutex);
+    std::wstring name = L"station." + std::to_wstring(++next);
+    Stations().insert(name);
+    return name;
+}
+
+void StationRegistry::DisposeStation(const std::wstring& inName)
+{
+    std::lock_guard lock(gStationMutex);
+    Stations().erase(inName);
+}
+
+bool StationRegistry::IsRegistered(const std::wstring& inName)
+{
+    std::lock_guard lock(gStationMutex);
+    return Stations().count(inName) != 0;
+}
+
+} // namespace KOR
+
+namespace BE {
+
+const KOR::InterfaceID IVideoSettings::kIID = {0x42, 0x45, 0x56, 0x69, 0x64, 0x65, 0x6f, 0x53,
+                                               0x65, 0x74, 0x74, 0x69, 0x6e, 0x67, 0x73, 0x01};
+IVideoSettings::~IVideoSettings() = default;
+const KOR::InterfaceID IAudioSettings::kIID = {0x42, 0x45, 0x41, 0x75, 0x64, 0x69, 0x6f, 0x53,
+                                               0x65, 0x74, 0x74, 0x69, 0x6e, 0x67, 0x73, 0x01};
+IAudioSettings::~IAudioSettings() = default;
+const KOR::InterfaceID IProjectSettings::kIID = {0x42, 0x45, 0x50, 0x72, 0x6f, 0x6a, 0x53, 0x65,
+                                                 0x74, 0x74, 0x69, 0x6e, 0x67, 0x73, 0x00, 0x01};
+IProjectSettings::~IProjectSettings() = default;
+
+} // namespace BE

@@ -15,6 +15,11 @@
 #include <unordered_map>
 
 #include "BE/Backend.h"
+#include "BE/ProjectSettings.h"
+#include "KOR/Timecode.h"
+#include "UIF/Sound.h"
+
+#include <boost/signals2/signal.hpp>
 #include "HostQt/NodePeer.h"
 #include "HostQt/ReferenceHost.h"
 #include "HostQt/Workspace.h"
@@ -260,15 +265,109 @@ private:
     std::unordered_map<unsigned int, std::wstring> mStrings;
 };
 
+using Notify = std::function<void()>;
+
+class VideoSettings : public KOR::RefCounted<BE::IVideoSettings> {
+public:
+    VideoSettings(KOR::FrameRate inRate, Notify inNotify) : mRate(inRate), mNotify(std::move(inNotify)) {}
+    KOR::FrameRate GetFrameRate() const override { return mRate; }
+    void SetFrameRate(KOR::FrameRate inRate) override
+    {
+        mRate = inRate;
+        mNotify();
+    }
+
+private:
+    KOR::FrameRate mRate;
+    Notify mNotify;
+};
+
+class AudioSettings : public KOR::RefCounted<BE::IAudioSettings> {
+public:
+    AudioSettings(KOR::FrameRate inRate, Notify inNotify) : mRate(inRate), mNotify(std::move(inNotify)) {}
+    KOR::FrameRate GetSampleRate() const override { return mRate; }
+    void SetSampleRate(KOR::FrameRate inRate) override
+    {
+        mRate = inRate;
+        mNotify();
+    }
+
+private:
+    KOR::FrameRate mRate;
+    Notify mNotify;
+};
+
+// "30000/1001" or "25".
+KOR::FrameRate ReadRate(const QJsonValue& inValue, KOR::FrameRate inDefault)
+{
+    const QStringList parts = inValue.toVariant().toString().split(QLatin1Char('/'));
+    bool numeratorOk = false;
+    bool denominatorOk = parts.size() == 1;
+    const qint64 numerator = parts.value(0).toLongLong(&numeratorOk);
+    const qint64 denominator = parts.size() == 2 ? parts[1].toLongLong(&denominatorOk) : 1;
+    return numeratorOk && denominatorOk && numerator >= 0 && denominator > 0 ? KOR::FrameRate(numerator, denominator)
+                                                                            : inDefault;
+}
+
+class ProjectSettings : public KOR::RefCounted<BE::IProjectSettings> {
+public:
+    explicit ProjectSettings(const QJsonObject& inTimecode)
+        : mDisplayFormat(inTimecode.value(QStringLiteral("displayFormat")).toInt(KOR::kTimecodeFormat_SMPTE30)),
+          mAudioDisplayFormat(
+              inTimecode.value(QStringLiteral("audioDisplayFormat")).toInt(KOR::kTimecodeFormat_AudioSamples)),
+          mVideo(new VideoSettings(ReadRate(inTimecode.value(QStringLiteral("videoFrameRate")), KOR::kFrameRate_Video30),
+                                   [this] { mChanged(); })),
+          mAudio(new AudioSettings(ReadRate(inTimecode.value(QStringLiteral("audioRate")), KOR::kFrameRate_Audio48000),
+                                   [this] { mChanged(); }))
+    {
+    }
+
+    unsigned int GetTimeDisplayFormat() const override { return mDisplayFormat; }
+    void SetTimeDisplayFormat(unsigned int inFormat) override
+    {
+        mDisplayFormat = inFormat;
+        mChanged();
+    }
+    unsigned int GetAudioTimeDisplayFormat() const override { return mAudioDisplayFormat; }
+    void SetAudioTimeDisplayFormat(unsigned int inFormat) override
+    {
+        mAudioDisplayFormat = inFormat;
+        mChanged();
+    }
+    KOR::InterfaceRef<BE::IVideoSettings> GetVideoSettings() const override { return mVideo; }
+    KOR::InterfaceRef<BE::IAudioSettings> GetAudioSettings() const override { return mAudio; }
+    boost::signals2::connection ConnectSettingsChanged(const boost::function<void()>& inListener) override
+    {
+        return mChanged.connect(inListener);
+    }
+
+private:
+    unsigned int mDisplayFormat;
+    unsigned int mAudioDisplayFormat;
+    boost::signals2::signal<void()> mChanged;
+    KOR::InterfaceRef<BE::IVideoSettings> mVideo;
+    KOR::InterfaceRef<BE::IAudioSettings> mAudio;
+};
+
 class Project : public KOR::RefCounted<BE::IProject> {
 public:
-    Project(std::wstring inName, std::wstring inPath) : mName(std::move(inName)), mPath(std::move(inPath)) {}
+    Project(std::wstring inName, std::wstring inPath, const QJsonObject& inTimecode)
+        : mName(std::move(inName)), mPath(std::move(inPath)), mSettings(new ProjectSettings(inTimecode))
+    {
+    }
     std::wstring GetName() const override { return mName; }
     std::wstring GetFilePath() const override { return mPath; }
+    KOR::InterfaceRef<BE::IProjectSettings> GetProjectSettings() const override { return mSettings; }
 
 private:
     std::wstring mName;
     std::wstring mPath;
+    KOR::InterfaceRef<BE::IProjectSettings> mSettings;
+};
+
+class Sounds : public UIF::SoundService {
+public:
+    void Beep() override { QApplication::beep(); }
 };
 
 QJsonObject ReadJsonObject(const QByteArray& inJson, const QString& inWhat)
@@ -302,6 +401,7 @@ struct ReferenceHost::Services {
     Workspace workspace;
     Players players;
     MessageBoxes messageBoxes{workspace};
+    Sounds sounds;
     AutoSave autoSave;
     std::unique_ptr<SettingsBackendImpl> backend;
     NodeManager nodeManager;
@@ -315,8 +415,14 @@ ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_u
         std::make_unique<SettingsBackendImpl>(QDir(inConfig.settingsDirectory).filePath(QStringLiteral("Backend.json")));
     KOR::DirectoryRegistry::RegisterDirectory(L"vrel.scripts", inConfig.scriptsDirectory.toStdWString());
 
-    mTable = {&mServices->workspace,  &mServices->players,     &mServices->messageBoxes, &mServices->autoSave,
-              mServices->backend.get(), &mServices->nodeManager, &mServices->debugger};
+    mTable.workspace = &mServices->workspace;
+    mTable.players = &mServices->players;
+    mTable.messageBoxes = &mServices->messageBoxes;
+    mTable.sounds = &mServices->sounds;
+    mTable.autoSave = &mServices->autoSave;
+    mTable.backend = mServices->backend.get();
+    mTable.nodeManager = &mServices->nodeManager;
+    mTable.debugger = &mServices->debugger;
     mPrevious = KOR::Services();
     KOR::Services() = mTable;
 }
@@ -351,7 +457,8 @@ BE::ProjectRef LoadProject(const QByteArray& inJson, const QString& inFilePath)
 {
     const QJsonObject project = ReadJsonObject(inJson, inFilePath);
     const QString name = project.value(QStringLiteral("name")).toString(QFileInfo(inFilePath).completeBaseName());
-    return BE::ProjectRef(new Project(name.toStdWString(), inFilePath.toStdWString()));
+    return BE::ProjectRef(new Project(name.toStdWString(), inFilePath.toStdWString(),
+                                      project.value(QStringLiteral("timecode")).toObject()));
 }
 
 } // namespace HostQt

@@ -8,6 +8,7 @@
 
 #include <map>
 
+#include "HostQt/HotTextNumberWidget.h"
 #include "HostQt/NodePeer.h"
 #include "HostQt/NumberEditWidget.h"
 #include "HostQt/Widgets.h"
@@ -37,6 +38,8 @@ public:
         QWidget* widget = nullptr;
         if (inClassName == QLatin1String("UI_NumberEdit")) {
             widget = new HostQt::NumberEditWidget(inParent);
+        } else if (inClassName == QLatin1String("UI_HotTextNumber")) {
+            widget = new HostQt::HotTextNumberWidget(inParent);
         } else if (!inParent && inClassName == QLatin1String("QDialog")) {
             widget = new HostQt::DialogWidget(mParent);
         } else {

@@ -11,10 +11,12 @@
 #include <QPushButton>
 #include <QTextEdit>
 
+#include "HostQt/HotTextNumberWidget.h"
 #include "HostQt/NodePeer.h"
 #include "HostQt/NumberEditWidget.h"
 #include "HostQt/Widgets.h"
 #include "zelui/Controls.h"
+#include "zelui/HotTextNumber.h"
 #include "zelui/UI_Dialog.h"
 
 namespace HostQt {
@@ -31,8 +33,9 @@ thread_local std::vector<ScopeEntry> gHandlerScopes;
 
 // An exception must not unwind through Qt's event delivery. One thrown by a handler ends the
 // innermost dialog and is raised again when that dialog's scope asks for it.
-template <class Handler>
-void Guarded(Handler&& inHandler)
+} // namespace
+
+void Guarded(const std::function<void()>& inHandler)
 {
     try {
         inHandler();
@@ -50,8 +53,6 @@ void Guarded(Handler&& inHandler)
         }
     }
 }
-
-} // namespace
 
 HandlerScope::HandlerScope(QDialog* inDialog) : mDepth(gHandlerScopes.size())
 {
@@ -167,6 +168,13 @@ zelui::ui::UI_NodePtr MakeControlNode(QWidget* inWidget)
     if (auto* lineEdit = qobject_cast<QLineEdit*>(inWidget)) {
         boost::intrusive_ptr<UI_TextEdit> node(new UI_TextEdit(std::move(peer)));
         QObject::connect(lineEdit, &QLineEdit::textEdited, context, [raw = node.get()] { raw->BroadcastChange(); });
+        InstallKeyForwarder(*node, lineEdit);
+        return node;
+    }
+    if (auto* hotNumber = qobject_cast<HotTextNumberWidget*>(inWidget)) {
+        boost::intrusive_ptr<UI_HotTextNumber> node(new UI_HotTextNumber(std::move(peer)));
+        hotNumber->InitializeNode(*node);
+        hotNumber->SetNode(node.get());
         return node;
     }
     if (qobject_cast<QPlainTextEdit*>(inWidget) || qobject_cast<QTextEdit*>(inWidget)) {

@@ -3,10 +3,15 @@
 #include <QDialog>
 #include <QPointer>
 
+#include <functional>
+
 class QAbstractButton;
 
 namespace zelui::ui {
 class UI_Dialog;
+}
+namespace zelui::controls {
+class UI_TextEdit;
 }
 
 namespace HostQt {
@@ -34,6 +39,13 @@ private:
     QPointer<QAbstractButton> mOkButton;
     QPointer<QAbstractButton> mCancelButton;
 };
+
+// Runs a handler of the module from Qt's event delivery: an exception it throws is kept by the
+// innermost HandlerScope instead of unwinding through Qt.
+void Guarded(const std::function<void()>& inHandler);
+
+// Makes inWidget hand its keys to ioNode's keyboard hook first.
+void InstallKeyForwarder(zelui::controls::UI_TextEdit& ioNode, QWidget* inWidget);
 
 // While it lives, what a handler of inDialog's controls throws is kept (and the dialog ended)
 // instead of unwinding through Qt; RethrowPending raises it where it is safe.

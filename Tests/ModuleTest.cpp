@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "BE/ColorMatte.h"
+#include "BE/ProjectSettings.h"
 #include "DLG/ColorMatteNameDialog.h"
 #include "DLG/Module.h"
 #include "TestHost.h"
@@ -34,6 +35,7 @@ public:
     ~TrackedProject() override { mDestroyed = true; }
     std::wstring GetName() const override { return L"Tracked"; }
     std::wstring GetFilePath() const override { return L"/tmp/Tracked.tvx"; }
+    KOR::InterfaceRef<BE::IProjectSettings> GetProjectSettings() const override { return {}; }
 
 private:
     bool& mDestroyed;

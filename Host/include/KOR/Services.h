@@ -6,6 +6,7 @@ namespace UIF {
 class Workspace;
 class PlayerService;
 class MessageBoxService;
+class SoundService;
 } // namespace UIF
 namespace TL {
 class AutoSaveService;
@@ -30,6 +31,7 @@ struct ServiceTable {
     UIF::Workspace* workspace = nullptr;
     UIF::PlayerService* players = nullptr;
     UIF::MessageBoxService* messageBoxes = nullptr;
+    UIF::SoundService* sounds = nullptr;
     TL::AutoSaveService* autoSave = nullptr;
     BE::Backend* backend = nullptr;
     zelui::ui::UI_NodeManager* nodeManager = nullptr;

@@ -5,7 +5,12 @@
 
 #include <boost/function.hpp>
 
+#include "zelui/Events.h"
 #include "zelui/UI_Node.h"
+
+namespace zelui::drawbot {
+class SupplierInterface;
+}
 
 namespace zelui::controls {
 
@@ -44,7 +49,12 @@ public:
 class HOST_API UI_TextEdit : public UI_Control {
 public:
     using UI_Control::UI_Control;
+    // A new one-line text field in inParent's window.
+    UI_TextEdit(const drawbot::SupplierInterface* inSupplier, ui::UI_Node* inParent);
     ~UI_TextEdit() override;
+
+    // Each key before the field handles it; true consumes the key. By default the field has it.
+    virtual bool UI_DoKeyboardEvent(ui::UI_Node* inNode, const ui::KeyboardEvent& inEvent);
     void SetText(const std::wstring& inText);
     std::wstring GetText() const;
     // Selects the whole text and takes the focus, so that typing replaces it.

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "KOR/HostAPI.h"
+
+namespace zelcore::utility {
+
+// The number that text starts with, after blanks: "12.5 dB" is 12.5, "-3" is -3, and a comma
+// stands for the decimal point. Text that starts with no number is 0.
+HOST_API double StringToNumber(const std::wstring& inText);
+
+} // namespace zelcore::utility
