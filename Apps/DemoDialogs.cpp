@@ -1,6 +1,7 @@
 #include "DemoDialogs.h"
 
 #include "DLG/Module.h"
+#include "DLG/SequenceZeroPointDialog.h"
 #include "DLG/TestVrelDialog.h"
 #include "DLG/TransformPositionDialog.h"
 #include "HostQt/Workspace.h"
@@ -30,6 +31,12 @@ QString OpenColorMatteName(DemoState& ioState, HostQt::Workspace& inWorkspace)
                .arg(QString::fromStdWString(after));
 }
 
+QString OpenSequenceZeroPoint(DemoState& ioState, HostQt::Workspace&)
+{
+    const bool confirmed = DLG::DoSequenceZeroPointDialog(ioState.zeroPoint);
+    return Returned(confirmed) + QStringLiteral("; zero point = %1 s").arg(ioState.zeroPoint.Seconds(), 0, 'f', 3);
+}
+
 QString OpenTestVrel(DemoState&, HostQt::Workspace&) { return Returned(DLG::DoTestVrelDialog()); }
 
 } // namespace
@@ -41,6 +48,12 @@ const std::vector<DemoDialog>& DemoDialogs()
          [](TestSupport::Step& ioStep) { ioStep.Type(QStringLiteral("xPositionTextEdit"), QStringLiteral("1280")).Press(Qt::Key_Return); }},
         {QStringLiteral("Color matte name"), QStringLiteral("ColorMatteNameDialog"), &OpenColorMatteName,
          [](TestSupport::Step& ioStep) { ioStep.Type(QStringLiteral("matteNameTextEdit"), QStringLiteral("Sunset Orange")).Click(QStringLiteral("okButton")); }},
+        {QStringLiteral("Sequence zero point"), QStringLiteral("SequenceZeroPointDialog"), &OpenSequenceZeroPoint,
+         [](TestSupport::Step& ioStep) {
+             ioStep.Type(QStringLiteral("timecodeControlReplacement"), QStringLiteral("1:00:00;00"))
+                 .Press(Qt::Key_Return)
+                 .Press(Qt::Key_Return);
+         }},
         {QStringLiteral("Layout script test"), QStringLiteral("TestVrelDialog"), &OpenTestVrel,
          [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Escape); }},
     };

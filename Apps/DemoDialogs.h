@@ -7,6 +7,7 @@
 
 #include "BE/ColorMatte.h"
 #include "KOR/InterfaceRef.h"
+#include "KOR/Time.h"
 
 namespace TestSupport {
 class Step;
@@ -31,6 +32,7 @@ private:
 struct DemoState {
     double x = 960.0;
     double y = 540.0;
+    KOR::Time zeroPoint = KOR::Time::FromSeconds(3600);
     KOR::InterfaceRef<MatteParameters> matte{new MatteParameters};
 };
 

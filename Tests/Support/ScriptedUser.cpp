@@ -29,13 +29,16 @@ QWidget* FindControl(QWidget& inWindow, const QString& inName, QStringList& outF
     return control;
 }
 
-// A control that lacks the focus gets it the way a person gives it: by clicking into it.
-void FocusByClick(QWidget* inControl)
+// A control that lacks the focus gets it the way a person gives it: by clicking into it. Keys
+// then go to what has the focus inside it (an in-place field, say).
+QWidget* FocusByClick(QWidget* inControl)
 {
     QWidget* focus = inControl->window()->focusWidget();
     if (focus != inControl && !inControl->isAncestorOf(focus)) {
         QTest::mouseClick(inControl, Qt::LeftButton);
+        focus = inControl->window()->focusWidget();
     }
+    return focus && (focus == inControl || inControl->isAncestorOf(focus)) ? focus : inControl;
 }
 
 QWidget* FocusTarget(QWidget& inWindow)
@@ -50,8 +53,7 @@ Step& Step::Type(const QString& inControl, const QString& inText)
 {
     mActions.push_back([inControl, inText](QWidget& inWindow, QStringList& outFailures) {
         if (QWidget* control = FindControl(inWindow, inControl, outFailures)) {
-            FocusByClick(control);
-            QTest::keyClicks(control, inText);
+            QTest::keyClicks(FocusByClick(control), inText);
         }
     });
     return *this;
@@ -61,10 +63,10 @@ Step& Step::Retype(const QString& inControl, const QString& inText)
 {
     mActions.push_back([inControl, inText](QWidget& inWindow, QStringList& outFailures) {
         if (QWidget* control = FindControl(inWindow, inControl, outFailures)) {
-            FocusByClick(control);
-            QTest::keyClick(control, Qt::Key_A, Qt::ControlModifier);
-            QTest::keyClick(control, Qt::Key_Delete);
-            QTest::keyClicks(control, inText);
+            QWidget* target = FocusByClick(control);
+            QTest::keyClick(target, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(target, Qt::Key_Delete);
+            QTest::keyClicks(target, inText);
         }
     });
     return *this;
