@@ -50,6 +50,9 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
                          "std::allocator<char> >&) const"),
              std::string("DLG::DoTestVrelDialog()"),
              std::string("DLG::TransformPosition::DoTransformPositionDialog(double&, double&)"),
+             std::string("DLG::DoSequenceZeroPointDialog(KOR::Time&)"),
+             std::string("DLG::GetTimecodeInfo(KOR::InterfaceRef<BE::IProject>)"),
+             std::string("DLG::CreateNotifyingTimecodeControlInfo(KOR::InterfaceRef<BE::IProject>)"),
          }) {
         EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;
     }
@@ -63,8 +66,11 @@ TEST(ExportedSymbols, NothingOfQtOrTheHostIsExported)
         // AddressSanitizer marks each exported global with an "__odr_asan." twin.
         const bool ours = name.rfind("DLG::", 0) == 0 || name.find(" for DLG::") != std::string::npos ||
                           name.rfind("__odr_asan._ZN3DLG", 0) == 0;
-        const bool standardLibrary = name.rfind("std::", 0) == 0;
-        EXPECT_TRUE(linkerMark || ours || standardLibrary) << "exported but not the module's: " << name;
+        // The standard library and Boost mark some inline types visible so that their
+        // exceptions and type checks work across libraries; those copies are harmless.
+        const bool headerLibrary = name.rfind("std::", 0) == 0 || name.rfind("boost::", 0) == 0 ||
+                                   name.find(" for boost::") != std::string::npos;
+        EXPECT_TRUE(linkerMark || ours || headerLibrary) << "exported but not the module's: " << name;
     }
 }
 

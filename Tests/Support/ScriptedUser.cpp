@@ -4,7 +4,10 @@
 #include <QApplication>
 #include <QDialog>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QTest>
+
+#include <cstdlib>
 
 namespace TestSupport {
 
@@ -49,6 +52,14 @@ QWidget* FocusTarget(QWidget& inWindow)
 
 } // namespace
 
+void MoveMouse(QWidget* inWidget, QPoint inPosition, Qt::KeyboardModifiers inModifiers)
+{
+    // QTest's mouse moves carry no modifiers; a drag with Shift held needs them.
+    QMouseEvent move(QEvent::MouseMove, inPosition, inWidget->mapToGlobal(inPosition), Qt::NoButton, Qt::LeftButton,
+                     inModifiers);
+    QApplication::sendEvent(inWidget, &move);
+}
+
 Step& Step::Type(const QString& inControl, const QString& inText)
 {
     mActions.push_back([inControl, inText](QWidget& inWindow, QStringList& outFailures) {
@@ -77,6 +88,22 @@ Step& Step::Click(const QString& inControl)
     mActions.push_back([inControl](QWidget& inWindow, QStringList& outFailures) {
         if (QWidget* control = FindControl(inWindow, inControl, outFailures)) {
             QTest::mouseClick(control, Qt::LeftButton);
+        }
+    });
+    return *this;
+}
+
+Step& Step::Drag(const QString& inControl, int inDx, Qt::KeyboardModifiers inModifiers)
+{
+    mActions.push_back([inControl, inDx, inModifiers](QWidget& inWindow, QStringList& outFailures) {
+        if (QWidget* control = FindControl(inWindow, inControl, outFailures)) {
+            const QPoint start(4, control->height() / 2);
+            QTest::mousePress(control, Qt::LeftButton, inModifiers, start);
+            const int direction = inDx < 0 ? -1 : 1;
+            for (int moved = 1; moved <= std::abs(inDx); ++moved) {
+                MoveMouse(control, start + QPoint(direction * moved, 0), inModifiers);
+            }
+            QTest::mouseRelease(control, Qt::LeftButton, inModifiers, start + QPoint(inDx, 0));
         }
     });
     return *this;

@@ -13,6 +13,9 @@
 
 namespace TestSupport {
 
+// Moves the mouse over inWidget with the main button held, as in a drag.
+void MoveMouse(QWidget* inWidget, QPoint inPosition, Qt::KeyboardModifiers inModifiers = Qt::NoModifier);
+
 // What a modal message box said, as the user saw it.
 struct SeenMessageBox {
     QString caption;
@@ -31,6 +34,8 @@ public:
     Step& Retype(const QString& inControl, const QString& inText);
     // Clicks the named control; in a message box, the button with that text.
     Step& Click(const QString& inControl);
+    // Drags across the named control by inDx pixels with the main button, in small moves.
+    Step& Drag(const QString& inControl, int inDx, Qt::KeyboardModifiers inModifiers = Qt::NoModifier);
     // Presses a key in the window's focused control.
     Step& Press(Qt::Key inKey, Qt::KeyboardModifiers inModifiers = Qt::NoModifier);
     // Closes the window as its title bar's close button does.

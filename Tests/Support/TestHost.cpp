@@ -8,6 +8,7 @@
 #include "TL/AutoSave.h"
 #include "UIF/MessageBox.h"
 #include "UIF/PlayerControl.h"
+#include "UIF/Sound.h"
 #include "zelcore/DebugService.h"
 #include "zelui/UI_Node.h"
 
@@ -19,6 +20,7 @@ QString StringTablePath() { return QStringLiteral(TARVIX_SOURCE_DIR "/Strings/St
 class TestHost::Wrappers : public UIF::PlayerService,
                            public TL::AutoSaveService,
                            public UIF::MessageBoxService,
+                           public UIF::SoundService,
                            public zelui::ui::UI_NodeManager,
                            public zelcore::debug::DebugService {
 public:
@@ -49,6 +51,7 @@ public:
         mCounts.messageBoxes.push_back({inText, inCaption, inButtons, inIcon});
         return mReal.messageBoxes->Show(inText, inCaption, inButtons, inIcon, inDefaultResult);
     }
+    void Beep() override { ++mCounts.beeps; }
     void EndInputCapture(bool inRestoreFocus) override
     {
         ++mCounts.inputCapturesEnded;
@@ -83,6 +86,7 @@ TestHost::TestHost(bool inWithMainWindow)
     table.players = mWrappers.get();
     table.autoSave = mWrappers.get();
     table.messageBoxes = mWrappers.get();
+    table.sounds = mWrappers.get();
     table.nodeManager = mWrappers.get();
     table.debugger = mWrappers.get();
     DLG::SetModule(HostQt::LoadModuleObject(StringTablePath()));

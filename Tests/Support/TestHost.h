@@ -20,6 +20,7 @@ struct HostCounts {
     int autoSaveBlocks = 0;
     int autoSaveUnblocks = 0;
     int inputCapturesEnded = 0;
+    int beeps = 0;
     std::vector<std::string> contractsFailed; // the failed expressions, in order
     struct MessageBox {
         std::wstring text;

@@ -1,0 +1,236 @@
+// The time control and the project's timecode info, on real widgets.
+
+#include <QLineEdit>
+#include <QTest>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "BE/ProjectSettings.h"
+#include "ControlWindow.h"
+#include "DLG/Module.h"
+#include "DLG/SequenceZeroPointDialog.h"
+#include "DLG/TimeCtrl.h"
+#include "DLG/TimecodeInfo.h"
+#include "HostQt/ReferenceHost.h"
+#include "ScriptedUser.h"
+#include "zelcore/Error.h"
+
+namespace {
+
+using namespace KOR;
+using TestSupport::ControlWindow;
+using TestSupport::ScriptedUser;
+using testing::IsEmpty;
+
+BE::ProjectRef MakeProject(unsigned int inFormat, const char* inRate)
+{
+    const QByteArray json = QStringLiteral(R"({"name": "Test", "timecode": {"displayFormat": %1, "videoFrameRate": "%2",
+        "audioDisplayFormat": 200, "audioRate": "48000"}})")
+                                .arg(inFormat)
+                                .arg(QLatin1String(inRate))
+                                .toUtf8();
+    return HostQt::LoadProject(json, QStringLiteral("/tmp/Test.tvx"));
+}
+
+UIF::TimecodeControlInfo Info(unsigned int inFormat, FrameRate inRate)
+{
+    UIF::TimecodeControlInfo info;
+    info.displayFormat = inFormat;
+    info.videoFrameRate = inRate;
+    info.audioDisplayFormat = kTimecodeFormat_AudioSamples;
+    info.audioRate = kFrameRate_Audio48000;
+    return info;
+}
+
+struct EntryCase {
+    const char* typed;
+    std::int64_t expectedFrames;
+    friend void PrintTo(const EntryCase& inCase, std::ostream* outStream) { *outStream << inCase.typed; }
+};
+
+class TimeCtrlEntry : public testing::TestWithParam<EntryCase> {};
+
+// The control shows 00:00:10:00 at 30 fps, with a minimum of 5 seconds.
+TEST_P(TimeCtrlEntry, TypedTimecodeAbsoluteOrRelative)
+{
+    ControlWindow window;
+    DLG::TimeCtrl control(nullptr, window.Node(), Info(kTimecodeFormat_SMPTE30, kFrameRate_Video30));
+    control.SetMinimumTime(Time::FromSeconds(5));
+    control.SetTime(Time::FromSeconds(10));
+    control.SetEnabled(true);
+    ControlWindow::Place(control);
+    int changes = 0;
+    control.NotifyWhenChanged([&] { ++changes; });
+    ControlWindow::TypeIn(control, QString::fromLatin1(GetParam().typed));
+    EXPECT_EQ(control.GetTime(), Time(GetParam().expectedFrames, kFrameRate_Video30));
+    EXPECT_EQ(control.GetText(), [&] {
+        Timecode timecode;
+        timecode.SetFormat(kTimecodeFormat_SMPTE30, kFrameRate_Video30);
+        timecode.SetTime(control.GetTime());
+        return timecode.GetString();
+    }());
+    EXPECT_EQ(changes, GetParam().expectedFrames == 300 ? 0 : 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Entries, TimeCtrlEntry,
+                         testing::Values(EntryCase{"+10", 310}, EntryCase{"-1:00", 270}, EntryCase{"1:00:00:00", 108000},
+                                         EntryCase{"-20:00", 150}, EntryCase{"200", 150},
+                                         EntryCase{"123456789", 300}, EntryCase{"1:2:3:4:5", 300},
+                                         EntryCase{"abc", 300}));
+
+TEST(TimeCtrl, NineDigitsFitOnlyAnAudioTimeFormat)
+{
+    ControlWindow window;
+    DLG::TimeCtrl control(nullptr, window.Node(), Info(kTimecodeFormat_AudioSamples, kFrameRate_Audio48000));
+    control.SetEnabled(true);
+    ControlWindow::Place(control);
+    ControlWindow::TypeIn(control, QStringLiteral("100024000"));
+    EXPECT_EQ(control.GetTime(), Time::FromSeconds(600) + Time(24000, kFrameRate_Audio48000));
+    EXPECT_EQ(control.GetText(), L"00:10:00:24000");
+}
+
+TEST(TimeCtrl, AZeroRateTurnsFrameCountsIntoMilliseconds)
+{
+    ControlWindow window;
+    for (const unsigned int format : {kTimecodeFormat_Frames, kTimecodeFormat_FeetFrames35mm}) {
+        DLG::TimeCtrl control(nullptr, window.Node(), Info(format, kFrameRate_Film24));
+        control.SetFrameRate(kFrameRate_Zero);
+        EXPECT_EQ(control.GetDisplayFormat(), kTimecodeFormat_Milliseconds) << format;
+    }
+    DLG::TimeCtrl smpte(nullptr, window.Node(), Info(kTimecodeFormat_SMPTE25, kFrameRate_PAL25));
+    smpte.SetFrameRate(kFrameRate_Zero);
+    EXPECT_EQ(smpte.GetDisplayFormat(), kTimecodeFormat_SMPTE25);
+}
+
+TEST(TimeCtrl, ShownTimeIsClampedAndTheMinimumWinsWhenLimitsCross)
+{
+    ControlWindow window;
+    DLG::TimeCtrl control(nullptr, window.Node(), Info(kTimecodeFormat_SMPTE25, kFrameRate_PAL25));
+    control.SetMaximumTime(Time::FromSeconds(2));
+    control.SetTime(Time::FromSeconds(3));
+    EXPECT_EQ(control.GetText(), L"00:00:02:00");
+    control.SetMinimumTime(Time::FromSeconds(4));
+    EXPECT_EQ(control.GetText(), L"00:00:04:00");
+}
+
+TEST(TimeCtrl, DragStepsOneFramePerPixelWhateverTheModifiers)
+{
+    ControlWindow window;
+    DLG::TimeCtrl control(nullptr, window.Node(), Info(kTimecodeFormat_SMPTE2997DropFrame, kFrameRate_NTSC2997));
+    control.SetTime(Time(1795, kFrameRate_NTSC2997));
+    control.SetEnabled(true);
+    QWidget* widget = ControlWindow::Place(control);
+    QTest::mousePress(widget, Qt::LeftButton, Qt::ShiftModifier, QPoint(20, 10));
+    for (int x = 21; x <= 30; ++x) {
+        TestSupport::MoveMouse(widget, QPoint(x, 10), Qt::ShiftModifier | Qt::ControlModifier);
+    }
+    QTest::mouseRelease(widget, Qt::LeftButton, Qt::ShiftModifier, QPoint(30, 10));
+    EXPECT_EQ(control.GetTime(), Time(1805, kFrameRate_NTSC2997));
+    EXPECT_EQ(control.GetText(), L"00:01:00;07") << "the drag crossed a dropped minute";
+}
+
+TEST(TimeCtrl, OptionClickIsTheControlsOwnAndOpensNoField)
+{
+    ControlWindow window;
+    DLG::TimeCtrl control(nullptr, window.Node(), Info(kTimecodeFormat_SMPTE30, kFrameRate_Video30));
+    control.SetEnabled(true);
+    QWidget* widget = ControlWindow::Place(control);
+    QTest::mouseClick(widget, Qt::LeftButton, Qt::AltModifier);
+    EXPECT_EQ(ControlWindow::InPlaceField(control), nullptr);
+    QTest::mouseClick(widget, Qt::LeftButton);
+    EXPECT_NE(ControlWindow::InPlaceField(control), nullptr);
+}
+
+TEST(TimecodeInfo, FollowsTheProjectAndEveryBoundControlHearsOfChanges)
+{
+    ControlWindow window;
+    const BE::ProjectRef project = MakeProject(kTimecodeFormat_SMPTE2997DropFrame, "30000/1001");
+    const UIF::TimecodeInfo info = DLG::GetTimecodeInfo(project);
+    EXPECT_EQ(info.displayFormat, kTimecodeFormat_SMPTE2997DropFrame);
+    EXPECT_EQ(info.videoFrameRate, kFrameRate_NTSC2997);
+    EXPECT_EQ(info.audioDisplayFormat, kTimecodeFormat_AudioSamples);
+    EXPECT_EQ(info.audioRate, kFrameRate_Audio48000);
+
+    const UIF::TimecodeControlInfo controlInfo = DLG::CreateNotifyingTimecodeControlInfo(project);
+    DLG::TimeCtrl first(nullptr, window.Node(), controlInfo);
+    DLG::TimeCtrl second(nullptr, window.Node(), controlInfo);
+    second.SetUseAlternateDisplay(true);
+    first.SetTime(Time::FromSeconds(60));
+    second.SetTime(Time::FromSeconds(60));
+    EXPECT_EQ(first.GetText(), L"00:00:59;28");
+    EXPECT_EQ(second.GetText(), L"00:01:00:00000");
+
+    project->GetProjectSettings()->GetVideoSettings()->SetFrameRate(kFrameRate_PAL25);
+    project->GetProjectSettings()->SetTimeDisplayFormat(kTimecodeFormat_SMPTE25);
+    project->GetProjectSettings()->SetAudioTimeDisplayFormat(kTimecodeFormat_Milliseconds);
+    // Frame 1798 at 29.97 is 59.993 seconds: frame 1499 at 25, the time kept across the change.
+    EXPECT_EQ(first.GetText(), L"00:00:59:24");
+    EXPECT_EQ(second.GetText(), L"00:01:00.000");
+}
+
+TEST(TimecodeInfo, NullProjectOrSettingsBreakTheContract)
+{
+    TestSupport::TestHost host;
+    EXPECT_THROW(DLG::GetTimecodeInfo(nullptr), zelcore::Error);
+    class Bare : public KOR::RefCounted<BE::IProject> {
+    public:
+        std::wstring GetName() const override { return L"Bare"; }
+        std::wstring GetFilePath() const override { return {}; }
+        KOR::InterfaceRef<BE::IProjectSettings> GetProjectSettings() const override { return {}; }
+    };
+    EXPECT_THROW(DLG::CreateNotifyingTimecodeControlInfo(BE::ProjectRef(new Bare)), zelcore::Error);
+    EXPECT_THAT(host.Counts().contractsFailed, testing::ElementsAre("inProject != NULL", "inProjectSettings != NULL"));
+}
+
+struct ZeroPointCase {
+    const char* name;
+    std::function<void(TestSupport::Step&)> actions;
+    bool confirmed;
+    Time expected;
+    friend void PrintTo(const ZeroPointCase& inCase, std::ostream* outStream) { *outStream << inCase.name; }
+};
+
+class SequenceZeroPoint : public testing::TestWithParam<ZeroPointCase> {};
+
+// The project counts 25 fps; the zero point starts at one hour.
+TEST_P(SequenceZeroPoint, WritesTheTimeOnlyWhenConfirmed)
+{
+    TestSupport::TestHost host;
+    DLG::SetProject(MakeProject(kTimecodeFormat_SMPTE25, "25"));
+    ScriptedUser user;
+    GetParam().actions(user.On(QStringLiteral("SequenceZeroPointDialog")));
+    Time zeroPoint = Time::FromSeconds(3600);
+    EXPECT_EQ(DLG::DoSequenceZeroPointDialog(zeroPoint), GetParam().confirmed);
+    EXPECT_EQ(zeroPoint, GetParam().expected);
+    EXPECT_THAT(user.Finish(), IsEmpty());
+}
+
+const QString kTimeControl = QStringLiteral("timecodeControlReplacement");
+
+INSTANTIATE_TEST_SUITE_P(
+    Inputs, SequenceZeroPoint,
+    testing::Values(
+        ZeroPointCase{"TypeThenEnterTwice",
+                      [](auto& s) { s.Type(kTimeControl, "10:00:00:00").Press(Qt::Key_Return).Press(Qt::Key_Return); },
+                      true, Time::FromSeconds(36000)},
+        ZeroPointCase{"AddTenFramesThenOk", [](auto& s) { s.Type(kTimeControl, "+10").Click("okButton"); }, true,
+                      Time::FromSeconds(3600) + Time(10, kFrameRate_PAL25)},
+        ZeroPointCase{"DragBackThenOk", [](auto& s) { s.Drag(kTimeControl, -25).Click("okButton"); }, true,
+                      Time::FromSeconds(3599)},
+        ZeroPointCase{"ShownTimeThenEnter",
+                      [](auto& s) {
+                          s.Inspect([](QWidget& inWindow) {
+                               EXPECT_TRUE(inWindow.findChild<QWidget*>(kTimeControl)->hasFocus());
+                           })
+                              .Press(Qt::Key_Return);
+                      },
+                      true, Time::FromSeconds(3600)},
+        ZeroPointCase{"TypeThenEscapeTwice",
+                      [](auto& s) { s.Type(kTimeControl, "5").Press(Qt::Key_Escape).Press(Qt::Key_Escape); }, false,
+                      Time::FromSeconds(3600)},
+        ZeroPointCase{"TypeThenCancel", [](auto& s) { s.Type(kTimeControl, "5").Click("cancelButton"); }, false,
+                      Time::FromSeconds(3600)}),
+    [](const auto& inInfo) { return std::string(inInfo.param.name); });
+
+} // namespace
