@@ -2,8 +2,12 @@
 
 #include <QMainWindow>
 
+#include "BE/Project.h"
+#include "DLG/HotNumberControl.h"
+#include "DLG/TimeCtrl.h"
 #include "DemoDialogs.h"
 
+class QGroupBox;
 class QPlainTextEdit;
 
 namespace HostQt {
@@ -16,12 +20,19 @@ namespace Demo {
 // wrote back.
 class DemoWindow : public QMainWindow {
 public:
-    DemoWindow(DemoState& ioState, HostQt::Workspace& inWorkspace, const QString& inProjectName);
+    DemoWindow(DemoState& ioState, HostQt::Workspace& inWorkspace, BE::ProjectRef inProject);
 
     void Log(const QString& inLine);
     void OpenDialog(const DemoDialog& inDialog);
 
 private:
+    // The module's number and time controls, live on the project's timecode settings.
+    QGroupBox* MakeControlsPanel();
+
+    BE::ProjectRef mProject;
+    zelui::ui::UI_NodePtr mControlsNode;
+    boost::intrusive_ptr<DLG::HotNumberControl> mGain;
+    boost::intrusive_ptr<DLG::TimeCtrl> mPosition;
     DemoState& mState;
     HostQt::Workspace& mWorkspace;
     QPlainTextEdit* mLog;

@@ -1,7 +1,11 @@
 #include "Gallery.h"
 
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QDir>
 #include <QFile>
+#include <QTest>
 #include <QTextStream>
 
 #include "DemoWindow.h"
@@ -57,6 +61,31 @@ std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorks
     return entries;
 }
 
+// Drags the gain up twelve steps, types a position and switches the project's time display.
+void UseControls(DemoWindow& ioWindow, QTextStream& outReport)
+{
+    auto* gain = ioWindow.findChild<QWidget*>(QStringLiteral("gainHotTextNumber"));
+    auto* position = ioWindow.findChild<QWidget*>(QStringLiteral("positionTimecodeControl"));
+    auto* formats = ioWindow.findChild<QComboBox*>(QStringLiteral("timeDisplayPopup"));
+    if (!gain || !position || !formats) {
+        outReport << "Controls: PROBLEM: the controls panel is missing\n";
+        return;
+    }
+    QTest::mousePress(gain, Qt::LeftButton, Qt::NoModifier, QPoint(6, 8));
+    for (int x = 7; x <= 18; ++x) {
+        TestSupport::MoveMouse(gain, QPoint(x, 8));
+    }
+    QTest::mouseRelease(gain, Qt::LeftButton, Qt::NoModifier, QPoint(18, 8));
+    QTest::mouseClick(position, Qt::LeftButton);
+    if (auto* field = position->findChild<QLineEdit*>()) {
+        QTest::keyClicks(field, QStringLiteral("+1:00"));
+        QTest::keyClick(field, Qt::Key_Return);
+    }
+    formats->setFocus();
+    QTest::keyClick(formats, Qt::Key_Down);
+    outReport << "Controls: gain dragged 12 px, position +1:00, time display " << formats->currentText() << "\n";
+}
+
 } // namespace
 
 int RenderGallery(const QString& inDirectory, DemoWindow& ioWindow, DemoState& ioState,
@@ -84,6 +113,7 @@ int RenderGallery(const QString& inDirectory, DemoWindow& ioWindow, DemoState& i
         failed += problems.isEmpty() ? 0 : 1;
         ioWindow.Log(entry.title + QStringLiteral(": ") + result);
     }
+    UseControls(ioWindow, report);
     ioWindow.grab().save(dir.filePath(QStringLiteral("MainWindow.png")));
     return failed;
 }

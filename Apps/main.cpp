@@ -40,7 +40,7 @@ int Run(QApplication& ioApp, const QCommandLineParser& inOptions)
     DLG::SetProject(project);
 
     Demo::DemoState state;
-    Demo::DemoWindow window(state, host.GetWorkspace(), QString::fromStdWString(project->GetName()));
+    Demo::DemoWindow window(state, host.GetWorkspace(), project);
     host.SetMainWindow(&window);
     window.show();
 

@@ -60,9 +60,10 @@ void TimeCtrl::Initialize(const UIF::TimecodeControlInfo& inInfo)
     ApplyProjectInfo(inInfo);
     SetInteractiveChangeHandler(
         [this](int inMessage, bool inCancelled) { mRelay.Relay(*this, inMessage, inCancelled); });
-    if (inInfo.notifier) {
+    mNotifier = inInfo.notifier;
+    if (mNotifier) {
         mNotifierConnection =
-            inInfo.notifier->Connect([this](const UIF::TimecodeInfo& inChanged) { ApplyProjectInfo(inChanged); });
+            mNotifier->Connect([this](const UIF::TimecodeInfo& inChanged) { ApplyProjectInfo(inChanged); });
     }
 }
 

@@ -152,8 +152,9 @@ TEST(TimecodeInfo, FollowsTheProjectAndEveryBoundControlHearsOfChanges)
     EXPECT_EQ(info.audioDisplayFormat, kTimecodeFormat_AudioSamples);
     EXPECT_EQ(info.audioRate, kFrameRate_Audio48000);
 
+    // The first control holds the only copy of its info: the notifier must live on with it.
+    DLG::TimeCtrl first(nullptr, window.Node(), DLG::CreateNotifyingTimecodeControlInfo(project));
     const UIF::TimecodeControlInfo controlInfo = DLG::CreateNotifyingTimecodeControlInfo(project);
-    DLG::TimeCtrl first(nullptr, window.Node(), controlInfo);
     DLG::TimeCtrl second(nullptr, window.Node(), controlInfo);
     second.SetUseAlternateDisplay(true);
     first.SetTime(Time::FromSeconds(60));

@@ -66,6 +66,7 @@ private:
     KOR::Time mMinimumTime;
     KOR::Time mMaximumTime;
     InteractiveRelay mRelay;
+    boost::shared_ptr<UIF::TimecodeNotifier> mNotifier; // kept alive while the control listens
     boost::signals2::scoped_connection mNotifierConnection;
 };
 
