@@ -110,19 +110,23 @@ public:
         if (inEvent->type() == QEvent::KeyPress) {
             const int key = static_cast<QKeyEvent*>(inEvent)->key();
             if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape) {
-                End(key != Qt::Key_Escape);
+                End(key != Qt::Key_Escape, true);
                 return true;
             }
         } else if (inEvent->type() == QEvent::FocusOut) {
-            End(true);
+            // The field's own context menu, or another window for a while, is not leaving it.
+            const Qt::FocusReason reason = static_cast<QFocusEvent*>(inEvent)->reason();
+            if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
+                End(true, false);
+            }
         }
         return false;
     }
 
 private:
-    void End(bool inCommit)
+    void End(bool inCommit, bool inRefocus)
     {
-        Guarded([&] { mOwner.EndInPlaceEdit(inCommit); });
+        Guarded([&] { mOwner.EndInPlaceEdit(inCommit, inRefocus); });
     }
     zelui::controls::UI_HotTextNumber& mOwner;
 };
@@ -239,8 +243,8 @@ void HotTextNumberWidget::mouseMoveEvent(QMouseEvent* inEvent)
             mDragging = true;
             mNode->SendInteractiveMessage(zelui::controls::kInteractive_Begin, false);
         }
-        const double value = std::clamp(mDragStart + dx * mNode->GetIncrement() * Factor(inEvent->modifiers()),
-                                        mNode->GetMinimum(), mNode->GetMaximum());
+        const double value =
+            mNode->ClampToRange(mDragStart + dx * mNode->GetIncrement() * Factor(inEvent->modifiers()));
         if (value != mNode->GetValue()) {
             mNode->SetValue(value);
             mNode->UpdateStringFromValue();
@@ -269,10 +273,36 @@ void HotTextNumberWidget::mouseReleaseEvent(QMouseEvent* inEvent)
     });
 }
 
+void HotTextNumberWidget::CancelDrag()
+{
+    if (!mDragging || !mNode) {
+        return;
+    }
+    mDragging = false;
+    mPressed = false;
+    Guarded([&] {
+        mNode->SetValue(mDragStart);
+        mNode->UpdateStringFromValue();
+        mNode->SendInteractiveMessage(zelui::controls::kInteractive_FinishByKey, true);
+    });
+}
+
+// A drag that loses the keyboard or the window ends as cancelled, never left open.
+void HotTextNumberWidget::focusOutEvent(QFocusEvent* inEvent)
+{
+    CancelDrag();
+    QWidget::focusOutEvent(inEvent);
+}
+
+void HotTextNumberWidget::hideEvent(QHideEvent* inEvent)
+{
+    CancelDrag();
+    QWidget::hideEvent(inEvent);
+}
+
 void HotTextNumberWidget::Step(double inSteps, Qt::KeyboardModifiers inModifiers)
 {
-    const double value = std::clamp(mNode->GetValue() + inSteps * mNode->GetIncrement() * Factor(inModifiers),
-                                    mNode->GetMinimum(), mNode->GetMaximum());
+    const double value = mNode->ClampToRange(mNode->GetValue() + inSteps * mNode->GetIncrement() * Factor(inModifiers));
     mNode->SendInteractiveMessage(zelui::controls::kInteractive_Begin, false);
     mNode->SetValue(value);
     mNode->UpdateStringFromValue();
@@ -288,13 +318,7 @@ void HotTextNumberWidget::keyPressEvent(QKeyEvent* inEvent)
     }
     const int key = inEvent->key();
     if (mDragging && key == Qt::Key_Escape) {
-        mDragging = false;
-        mPressed = false;
-        Guarded([&] {
-            mNode->SetValue(mDragStart);
-            mNode->UpdateStringFromValue();
-            mNode->SendInteractiveMessage(zelui::controls::kInteractive_FinishByKey, true);
-        });
+        CancelDrag();
     } else if (key == Qt::Key_Up || key == Qt::Key_Down) {
         Guarded([&] { Step(key == Qt::Key_Up ? 1.0 : -1.0, inEvent->modifiers()); });
     } else if (key == Qt::Key_F2 || key == Qt::Key_Space) {
@@ -493,31 +517,40 @@ void UI_HotTextNumber::StartInPlaceEdit()
     Repaint();
 }
 
-void UI_HotTextNumber::EndInPlaceEdit(bool inCommit)
+double UI_HotTextNumber::ClampToRange(double inValue) const
 {
-    if (!mInPlaceEditor) {
+    return std::max(mMinimum, std::min(inValue, mMaximum));
+}
+
+void UI_HotTextNumber::EndInPlaceEdit(bool inCommit, bool inRefocus)
+{
+    // A listener of the commit may move the focus away: that ends nothing twice.
+    if (!mInPlaceEditor || mEndingInPlaceEdit) {
         return;
     }
+    mEndingInPlaceEdit = true;
     auto* field = PeerWidget<QLineEdit>(mInPlaceEditor.get());
     const bool changed = field && field->text() != field->property("tarvixStartText").toString();
     // The field and its node go once the event that ended the typing has been handled.
     struct Close {
         UI_HotTextNumber& mOwner;
         QPointer<QLineEdit> mField;
+        bool mRefocus;
         ~Close()
         {
+            mOwner.mEndingInPlaceEdit = false;
             boost::intrusive_ptr<UI_TextEdit> editor = std::move(mOwner.mInPlaceEditor);
             QTimer::singleShot(0, qApp, [editor] {});
             if (mField) {
                 mField->hide();
                 mField->deleteLater();
             }
-            if (auto* widget = PeerWidget<QWidget>(&mOwner)) {
+            if (auto* widget = PeerWidget<QWidget>(&mOwner); widget && mRefocus) {
                 widget->setFocus(Qt::OtherFocusReason);
             }
             mOwner.Repaint();
         }
-    } close{*this, field};
+    } close{*this, field, inRefocus};
     if (inCommit && changed) {
         CommitInPlaceText();
     }
@@ -529,8 +562,7 @@ void UI_HotTextNumber::CommitInPlaceText()
     if (!editor) {
         return;
     }
-    const double typed = zelcore::utility::StringToNumber(editor->GetText());
-    SetValue(std::clamp(typed, mMinimum, mMaximum));
+    SetValue(ClampToRange(zelcore::utility::StringToNumber(editor->GetText())));
     UpdateStringFromValue();
     BroadcastChange();
 }

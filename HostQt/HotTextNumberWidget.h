@@ -37,8 +37,11 @@ protected:
     void mouseMoveEvent(QMouseEvent* inEvent) override;
     void mouseReleaseEvent(QMouseEvent* inEvent) override;
     void keyPressEvent(QKeyEvent* inEvent) override;
+    void focusOutEvent(QFocusEvent* inEvent) override;
+    void hideEvent(QHideEvent* inEvent) override;
 
 private:
+    void CancelDrag();
     void Step(double inSteps, Qt::KeyboardModifiers inModifiers);
     double Factor(Qt::KeyboardModifiers inModifiers) const;
     QString DisplayText() const;

@@ -39,6 +39,35 @@ FormatInfo Describe(unsigned int inFormat)
     }
 }
 
+// Digits of the sample field: enough for the last sample of a second.
+int SampleDigits(FrameRate inRate)
+{
+    int digits = 1;
+    for (std::int64_t last = inRate.Numerator() / inRate.Denominator() - 1; last >= 10; last /= 10) {
+        ++digits;
+    }
+    return digits < 5 ? 5 : digits;
+}
+
+// inFrames frames at inRate, or kTime_Invalid when that many ticks do not fit.
+Time FramesToTime(std::int64_t inFrames, FrameRate inRate)
+{
+    std::int64_t ticks = 0;
+    if (__builtin_mul_overflow(inFrames, Time::TicksPerFrame(inRate), &ticks) || ticks == kTime_Invalid.Ticks()) {
+        return kTime_Invalid;
+    }
+    return Time(ticks);
+}
+
+Time Sum(Time inA, Time inB)
+{
+    std::int64_t ticks = 0;
+    if (inA == kTime_Invalid || inB == kTime_Invalid || __builtin_add_overflow(inA.Ticks(), inB.Ticks(), &ticks)) {
+        return kTime_Invalid;
+    }
+    return Time(ticks);
+}
+
 // Drop-frame: frames in ten minutes, and in each minute after the first of ten.
 std::int64_t FramesPerTenMinutes(const FormatInfo& inInfo) { return inInfo.base * 600 - inInfo.drop * 9; }
 std::int64_t FramesPerDroppedMinute(const FormatInfo& inInfo) { return inInfo.base * 60 - inInfo.drop; }
@@ -129,7 +158,7 @@ struct Fields {
     int count = 0;
     bool negative = false;
     bool digitsOnly = true;
-    bool fractionLast = false; // the last field followed a "."
+    bool fractionLast = false; // the last field came after a decimal point ("." or ",")
 };
 
 bool ReadFields(const std::wstring& inText, Fields& outFields)
@@ -157,6 +186,7 @@ bool ReadFields(const std::wstring& inText, Fields& outFields)
                 }
                 inField = true;
                 ++count;
+                outFields.fractionLast = lastDelimiter == L'.' || lastDelimiter == L',';
             }
             std::int64_t& value = values[count - 1];
             if (++widths[count - 1] > kMaxDigits) {
@@ -164,9 +194,7 @@ bool ReadFields(const std::wstring& inText, Fields& outFields)
             }
             value = value * 10 + (c - L'0');
         } else if (IsDelimiter(c)) {
-            if (inField) {
-                lastDelimiter = c;
-            }
+            lastDelimiter = c;
             inField = false;
             outFields.digitsOnly = false;
         } else {
@@ -177,7 +205,6 @@ bool ReadFields(const std::wstring& inText, Fields& outFields)
         return false;
     }
     outFields.count = count;
-    outFields.fractionLast = count > 1 && lastDelimiter == L'.';
     for (int i = 0; i < count; ++i) {
         outFields.values[i] = values[count - 1 - i];
         outFields.widths[i] = widths[count - 1 - i];
@@ -238,6 +265,9 @@ std::wstring Timecode::GetString() const
 {
     const FormatInfo info = Describe(mFormat);
     const FrameRate rate = CountingRate(mFormat, mRate);
+    if (mTime == kTime_Invalid) {
+        return L"--";
+    }
     const bool negative = mTime < Time();
     const Time magnitude = negative ? Time() - mTime : mTime;
     Writer writer;
@@ -262,7 +292,7 @@ std::wstring Timecode::GetString() const
         const std::int64_t seconds = magnitude.Ticks() / Time::kTicksPerSecond;
         WriteClock(writer, seconds);
         writer.Char(L':');
-        writer.Digits((magnitude - Time::FromSeconds(seconds)).ToFrame64(rate), 5);
+        writer.Digits((magnitude - Time::FromSeconds(seconds)).ToFrame64(rate), SampleDigits(rate));
         break;
     }
     case Family::kMilliseconds: {
@@ -297,36 +327,49 @@ Time Timecode::StringToTime(const std::wstring& inText, const Style& inStyle, un
         if (seconds < 0) {
             return kTime_Invalid;
         }
-        result = Time(FrameOfLabel(seconds * info.base + fields.values[0], info), rate);
+        result = FramesToTime(FrameOfLabel(seconds * info.base + fields.values[0], info), rate);
         break;
     }
-    case Family::kFeet:
+    case Family::kFeet: {
         if (fields.digitsOnly) {
             SplitDigits(fields, {2, 0, 0, 0});
         }
-        if (fields.count > 2) {
+        std::int64_t frames = 0;
+        if (fields.count > 2 || __builtin_mul_overflow(fields.values[1], info.base, &frames) ||
+            __builtin_add_overflow(frames, fields.values[0], &frames)) {
             return kTime_Invalid;
         }
-        result = Time(fields.values[1] * info.base + fields.values[0], rate);
+        result = FramesToTime(frames, rate);
         break;
+    }
     case Family::kFrames:
         if (fields.count > 1) {
             return kTime_Invalid;
         }
-        result = Time(fields.values[0], rate);
+        result = FramesToTime(fields.values[0], rate);
         break;
-    case Family::kSamples:
+    case Family::kSamples: {
         if (fields.digitsOnly) {
-            SplitDigits(fields, {5, 2, 2, 0});
+            SplitDigits(fields, {SampleDigits(rate), 2, 2, 0});
         }
-        if (Clock(fields, 1) < 0) {
-            return kTime_Invalid;
-        }
-        result = Time::FromSeconds(Clock(fields, 1)) + Time(fields.values[0], rate);
+        const std::int64_t seconds = Clock(fields, 1);
+        result = seconds < 0 ? kTime_Invalid : Sum(Time::FromSeconds(seconds), FramesToTime(fields.values[0], rate));
         break;
+    }
     case Family::kMilliseconds: {
         if (fields.digitsOnly) {
             SplitDigits(fields, {3, 2, 2, 0});
+        } else if (!fields.fractionLast) {
+            // "1:30" is a minute and a half: without a decimal point every field is on the clock.
+            if (fields.count == 4) {
+                return kTime_Invalid;
+            }
+            for (int i = fields.count; i > 0; --i) {
+                fields.values[i] = fields.values[i - 1];
+            }
+            fields.values[0] = 0;
+            fields.widths[0] = 3;
+            ++fields.count;
         }
         std::int64_t milliseconds = fields.values[0];
         // "1.5" is a second and a half: digits after a point are a fraction.
@@ -338,12 +381,13 @@ Time Timecode::StringToTime(const std::wstring& inText, const Style& inStyle, un
                 milliseconds /= 10;
             }
         }
-        if (Clock(fields, 1) < 0) {
-            return kTime_Invalid;
-        }
-        result = Time::FromSeconds(Clock(fields, 1)) + Time(milliseconds, rate);
+        const std::int64_t seconds = Clock(fields, 1);
+        result = seconds < 0 ? kTime_Invalid : Sum(Time::FromSeconds(seconds), FramesToTime(milliseconds, rate));
         break;
     }
+    }
+    if (result == kTime_Invalid) {
+        return kTime_Invalid;
     }
     return fields.negative ? Time() - result : result;
 }

@@ -12,7 +12,6 @@ namespace DLG {
 namespace {
 
 constexpr double kFontSize = 11.0;
-constexpr double kLargestFrameCount = 1e15;
 // Ten thousand hours: longer than any sequence, far inside what a time holds.
 constexpr KOR::Time kDefaultMaximumTime = KOR::Time::FromSeconds(36000000);
 constexpr int kMaxDelimiters = 3;
@@ -53,7 +52,7 @@ void TimeCtrl::Initialize(const UIF::TimecodeControlInfo& inInfo)
     mMaximumTime = kDefaultMaximumTime;
     SetFontSize(kFontSize);
     SetMinimum(0.0);
-    SetMaximum(kLargestFrameCount);
+    UpdateNumberRange();
     SetFormatFlags(zelui::controls::kNumberFormat_Plain);
     SetWantsKeyboardFocus(true);
     SetEnabled(false);
@@ -78,20 +77,46 @@ void TimeCtrl::SetUseAlternateDisplay(bool inUseAlternate)
 {
     mUseAlternate = inUseAlternate;
     const Display wanted = mUseAlternate ? mAlternate : mPrimary;
-    SetFrameRate(wanted.rate);
+    // The format first, so that a zero rate can still turn a frame count into milliseconds.
     SetDisplayFormat(wanted.format);
+    SetFrameRate(wanted.rate);
 }
 
 void TimeCtrl::StoreCurrentDisplay() { (mUseAlternate ? mAlternate : mPrimary) = {mFormat, mRate}; }
 
+KOR::FrameRate TimeCtrl::CountingRate() const { return mRate.IsZero() ? KOR::FrameRate(1000) : mRate; }
+
+void TimeCtrl::SetNumberFromTime(KOR::Time inTime)
+{
+    mExactTime = inTime;
+    mExactNumber = static_cast<double>(inTime.ToFrame64(CountingRate()));
+    SetValue(mExactNumber);
+}
+
 void TimeCtrl::SetTime(KOR::Time inTime)
 {
     mTimecode.SetTime(inTime);
-    SetValue(static_cast<double>(inTime.ToFrame64(mRate)));
+    SetNumberFromTime(inTime);
     UpdateStringFromValue();
 }
 
-KOR::Time TimeCtrl::GetTime() const { return KOR::Time(static_cast<std::int64_t>(GetValue()), mRate); }
+KOR::Time TimeCtrl::GetTime() const
+{
+    if (GetValue() == mExactNumber) {
+        return Clamped(mExactTime);
+    }
+    return Clamped(KOR::Time(static_cast<std::int64_t>(std::trunc(GetValue())), CountingRate()));
+}
+
+// Drags and arrow keys stop at the limits: the number's range is the limits' frames.
+void TimeCtrl::UpdateNumberRange()
+{
+    const KOR::FrameRate rate = CountingRate();
+    const std::int64_t lowest = mMinimumTime.ToFrame64(rate);
+    const bool onFrame = KOR::Time(lowest, rate) == mMinimumTime;
+    SetMinimum(static_cast<double>(onFrame ? lowest : lowest + 1));
+    SetMaximum(std::max(GetMinimum(), static_cast<double>(mMaximumTime.ToFrame64(rate))));
+}
 
 void TimeCtrl::SetDisplayFormat(unsigned int inFormat)
 {
@@ -109,7 +134,8 @@ void TimeCtrl::SetFrameRate(KOR::FrameRate inRate)
     const KOR::Time time = GetTime();
     mRate = inRate;
     mTimecode.SetFormat(mFormat, mRate);
-    SetValue(static_cast<double>(time.ToFrame64(mRate)));
+    UpdateNumberRange();
+    SetNumberFromTime(time);
     if (mRate == KOR::kFrameRate_Zero && NeedsFrameRate(mFormat)) {
         SetDisplayFormat(KOR::kTimecodeFormat_Milliseconds);
     }
@@ -120,12 +146,14 @@ void TimeCtrl::SetFrameRate(KOR::FrameRate inRate)
 void TimeCtrl::SetMinimumTime(KOR::Time inTime)
 {
     mMinimumTime = inTime;
+    UpdateNumberRange();
     UpdateStringFromValue();
 }
 
 void TimeCtrl::SetMaximumTime(KOR::Time inTime)
 {
     mMaximumTime = inTime;
+    UpdateNumberRange();
     UpdateStringFromValue();
 }
 
@@ -143,8 +171,7 @@ KOR::Time TimeCtrl::Clamped(KOR::Time inTime) const
 
 void TimeCtrl::UpdateStringFromValue()
 {
-    const auto frames = static_cast<std::int64_t>(std::trunc(GetValue()));
-    mTimecode.SetTime(Clamped(KOR::Time(frames, mRate)));
+    mTimecode.SetTime(GetTime());
     SetText(mTimecode.GetString());
 }
 
@@ -185,7 +212,7 @@ void TimeCtrl::CommitInPlaceText()
         return;
     }
     const KOR::Time entered = sign > 0 ? current + parsed : sign < 0 ? current - parsed : parsed;
-    SetValue(static_cast<double>(Clamped(entered).ToFrame64(mRate)));
+    SetNumberFromTime(Clamped(entered));
     UpdateStringFromValue();
     BroadcastChange();
 }

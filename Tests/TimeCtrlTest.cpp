@@ -1,5 +1,6 @@
 // The time control and the project's timecode info, on real widgets.
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QTest>
 
@@ -165,8 +166,9 @@ TEST(TimecodeInfo, FollowsTheProjectAndEveryBoundControlHearsOfChanges)
     project->GetProjectSettings()->GetVideoSettings()->SetFrameRate(kFrameRate_PAL25);
     project->GetProjectSettings()->SetTimeDisplayFormat(kTimecodeFormat_SMPTE25);
     project->GetProjectSettings()->SetAudioTimeDisplayFormat(kTimecodeFormat_Milliseconds);
-    // Frame 1798 at 29.97 is 59.993 seconds: frame 1499 at 25, the time kept across the change.
-    EXPECT_EQ(first.GetText(), L"00:00:59:24");
+    // The control kept the exact minute it was given, not frame 1798 at 29.97.
+    EXPECT_EQ(first.GetText(), L"00:01:00:00");
+    EXPECT_EQ(first.GetTime(), Time::FromSeconds(60));
     EXPECT_EQ(second.GetText(), L"00:01:00.000");
 }
 
@@ -233,5 +235,77 @@ INSTANTIATE_TEST_SUITE_P(
         ZeroPointCase{"TypeThenCancel", [](auto& s) { s.Type(kTimeControl, "5").Click("cancelButton"); }, false,
                       Time::FromSeconds(3600)}),
     [](const auto& inInfo) { return std::string(inInfo.param.name); });
+
+} // namespace
+
+namespace {
+
+// A project whose video rate is unknown yet, showing frame counts: the control counts
+// milliseconds instead and keeps its time.
+TEST(TimeCtrl, AZeroRateFromTheProjectKeepsTheTimeInMilliseconds)
+{
+    ControlWindow window;
+    DLG::TimeCtrl control(nullptr, window.Node(), Info(kTimecodeFormat_Frames, kFrameRate_Zero));
+    EXPECT_EQ(control.GetDisplayFormat(), kTimecodeFormat_Milliseconds);
+    control.SetTime(Time::FromSeconds(90));
+    EXPECT_EQ(control.GetText(), L"00:01:30.000");
+    control.SetEnabled(true);
+    ControlWindow::Place(control);
+    ControlWindow::TypeIn(control, QStringLiteral("+1.5"));
+    EXPECT_EQ(control.GetTime(), Time::FromSeconds(91) + Time(500, FrameRate(1000)));
+}
+
+// Arrow keys and drags stop at the limits: what is shown is what GetTime returns.
+TEST(TimeCtrl, StepsStopAtTheLimitsAndAnUneditedTimeStaysExact)
+{
+    ControlWindow window;
+    DLG::TimeCtrl control(nullptr, window.Node(), Info(kTimecodeFormat_SMPTE25, kFrameRate_PAL25));
+    control.SetMaximumTime(Time::FromSeconds(2));
+    control.SetTime(Time::FromSeconds(2) - Time(2, kFrameRate_PAL25));
+    control.SetEnabled(true);
+    QWidget* widget = ControlWindow::Place(control);
+    widget->setFocus();
+    for (int press = 0; press < 5; ++press) {
+        QTest::keyClick(widget, Qt::Key_Up);
+    }
+    EXPECT_EQ(control.GetTime(), Time::FromSeconds(2));
+    QTest::keyClick(widget, Qt::Key_Down);
+    EXPECT_EQ(control.GetText(), L"00:00:01:24") << "no dead zone above the maximum";
+
+    const Time betweenFrames = Time::FromSeconds(1) + Time(1);
+    control.SetTime(betweenFrames);
+    control.SetFrameRate(kFrameRate_NTSC2997);
+    control.SetFrameRate(kFrameRate_PAL25);
+    EXPECT_EQ(control.GetTime(), betweenFrames) << "looking at a time, or a change of rate, does not round it";
+}
+
+// A listener of the commit that moves the focus does not commit a second time, and Tab
+// leaves the field for the next control at once.
+TEST(TimeCtrl, ACommitHappensOnceAndTabMovesOn)
+{
+    ControlWindow window;
+    DLG::TimeCtrl control(nullptr, window.Node(), Info(kTimecodeFormat_SMPTE30, kFrameRate_Video30));
+    control.SetEnabled(true);
+    QWidget* widget = ControlWindow::Place(control);
+    QLineEdit next(widget->parentWidget());
+    next.setGeometry(10, 50, 100, 24);
+    next.show();
+    int changes = 0;
+    control.NotifyWhenChanged([&] {
+        ++changes;
+        next.setFocus(Qt::OtherFocusReason);
+    });
+    ControlWindow::TypeIn(control, QStringLiteral("+10"));
+    EXPECT_EQ(control.GetTime(), Time(10, kFrameRate_Video30));
+    EXPECT_EQ(changes, 1);
+
+    QTest::mouseClick(widget, Qt::LeftButton);
+    QLineEdit* field = ControlWindow::InPlaceField(control);
+    ASSERT_NE(field, nullptr);
+    QTest::keyClicks(field, QStringLiteral("+5"));
+    QTest::keyClick(field, Qt::Key_Tab);
+    EXPECT_EQ(control.GetTime(), Time(15, kFrameRate_Video30));
+    EXPECT_EQ(QApplication::focusWidget(), &next);
+}
 
 } // namespace

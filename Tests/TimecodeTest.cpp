@@ -92,6 +92,7 @@ TEST(Timecode, ShowsEachFamilyAndReadsItBack)
         {kTimecodeFormat_FeetFrames16mm, kFrameRate_Film24, 20, L"0+20"},
         {kTimecodeFormat_Frames, kFrameRate_PAL25, 1234567, L"1234567"},
         {kTimecodeFormat_AudioSamples, kFrameRate_Audio48000, 48000 * 61 + 24000, L"00:01:01:24000"},
+        {kTimecodeFormat_AudioSamples, kFrameRate_Audio192000, 192000 * 11 + 191999, L"00:00:11:191999"},
         {kTimecodeFormat_Milliseconds, FrameRate(1000), 3723004, L"01:02:03.004"},
     };
     for (const FormatCase& c : cases) {
@@ -107,6 +108,11 @@ struct ParseCase {
     FrameRate rate;
     Time expected;
 };
+
+TEST(Timecode, AnInvalidTimeShowsAsDashes)
+{
+    EXPECT_EQ(Format(kTimecodeFormat_SMPTE30, kFrameRate_Video30, kTime_Invalid), L"--");
+}
 
 TEST(Timecode, ReadsWhatEditorsType)
 {
@@ -133,6 +139,14 @@ TEST(Timecode, ReadsWhatEditorsType)
         {L"100", kTimecodeFormat_Frames, kFrameRate_Zero, invalid},
         {L"99999999999:00:00:00", kTimecodeFormat_SMPTE30, kFrameRate_Video30, invalid},
         {L"1234567890123", kTimecodeFormat_Frames, kFrameRate_Video30, invalid},
+        {L"999999999999+15", kTimecodeFormat_FeetFrames35mm, kFrameRate_Film24, invalid},
+        {L"999999999999", kTimecodeFormat_Frames, FrameRate(12), invalid},
+        {L"-00:01:00;02", kTimecodeFormat_SMPTE2997DropFrame, kFrameRate_NTSC2997,
+         Time() - Time(1800, kFrameRate_NTSC2997)},
+        {L".5", kTimecodeFormat_Milliseconds, kFrameRate_Zero, Time(500, FrameRate(1000))},
+        {L"1,5", kTimecodeFormat_Milliseconds, kFrameRate_Zero, Time(1500, FrameRate(1000))},
+        {L"00:01:30", kTimecodeFormat_Milliseconds, kFrameRate_Zero, Time::FromSeconds(90)},
+        {L"1:30.25", kTimecodeFormat_Milliseconds, kFrameRate_Zero, Time(90250, FrameRate(1000))},
     };
     for (const ParseCase& c : cases) {
         EXPECT_EQ(Parse(c.text, c.format, c.rate), c.expected) << std::string(c.text, c.text + wcslen(c.text));

@@ -23,7 +23,9 @@ public:
     TimeCtrl(zelui::controls::UI_HotTextNumber& inReplaced, const UIF::TimecodeControlInfo& inInfo);
     ~TimeCtrl() override;
 
+    // The time is kept exactly, between frames too, until the user changes it.
     void SetTime(KOR::Time inTime);
+    // Within the minimum and maximum time.
     KOR::Time GetTime() const;
     void SetDisplayFormat(unsigned int inFormat);
     unsigned int GetDisplayFormat() const { return mFormat; }
@@ -51,6 +53,10 @@ private:
     };
 
     void Initialize(const UIF::TimecodeControlInfo& inInfo);
+    // What the number counts: frames at the rate, or milliseconds when the rate is zero.
+    KOR::FrameRate CountingRate() const;
+    void SetNumberFromTime(KOR::Time inTime);
+    void UpdateNumberRange();
     void ApplyProjectInfo(const UIF::TimecodeInfo& inInfo);
     void StoreCurrentDisplay();
     KOR::Time Clamped(KOR::Time inTime) const;
@@ -65,6 +71,8 @@ private:
     KOR::Timecode mTimecode;
     KOR::Time mMinimumTime;
     KOR::Time mMaximumTime;
+    KOR::Time mExactTime;       // the time last set, while the number still shows it
+    double mExactNumber = -1.0; // the number that mExactTime set
     InteractiveRelay mRelay;
     boost::shared_ptr<UIF::TimecodeNotifier> mNotifier; // kept alive while the control listens
     boost::signals2::scoped_connection mNotifierConnection;

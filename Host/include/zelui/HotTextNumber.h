@@ -99,8 +99,11 @@ public:
     // The in-place text field while the user types; null otherwise.
     ui::UI_Node* GetFirstChild() const { return mInPlaceEditor.get(); }
     void StartInPlaceEdit();
-    // Ends typing; a commit of changed text runs CommitInPlaceText first.
-    void EndInPlaceEdit(bool inCommit);
+    // Ends typing; a commit of changed text runs CommitInPlaceText first. With inRefocus the
+    // control takes the focus back (after Enter or Escape, not when the user went elsewhere).
+    void EndInPlaceEdit(bool inCommit, bool inRefocus = true);
+    // Clamps inValue to the range; the minimum wins when the limits cross.
+    double ClampToRange(double inValue) const;
 
 protected:
     // Makes the in-place text field, in inParent (this control's window).
@@ -128,6 +131,7 @@ private:
     InteractiveHandler mInteractiveHandler;
     std::vector<InteractiveListener> mInteractiveListeners;
     boost::intrusive_ptr<UI_TextEdit> mInPlaceEditor;
+    bool mEndingInPlaceEdit = false;
 };
 
 } // namespace zelui::controls
