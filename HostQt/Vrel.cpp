@@ -22,6 +22,9 @@ namespace {
 // since a loader reads its plugin folders when it is made.
 class ScriptBuilder : public QUiLoader {
 public:
+    // Scripts carry no translations of their own: the module sets its texts from its table.
+    ScriptBuilder() { setTranslationEnabled(false); }
+
     QWidget* Build(const QByteArray& inScript, QWidget* inParent)
     {
         mParent = inParent;
