@@ -71,11 +71,7 @@ void UseControls(DemoWindow& ioWindow, QTextStream& outReport)
         outReport << "Controls: PROBLEM: the controls panel is missing\n";
         return;
     }
-    QTest::mousePress(gain, Qt::LeftButton, Qt::NoModifier, QPoint(6, 8));
-    for (int x = 7; x <= 18; ++x) {
-        TestSupport::MoveMouse(gain, QPoint(x, 8));
-    }
-    QTest::mouseRelease(gain, Qt::LeftButton, Qt::NoModifier, QPoint(18, 8));
+    TestSupport::DragAcross(gain, QPoint(6, 8), 12);
     QTest::mouseClick(position, Qt::LeftButton);
     if (auto* field = position->findChild<QLineEdit*>()) {
         QTest::keyClicks(field, QStringLiteral("+1:00"));

@@ -19,6 +19,7 @@
 #include "BE/Project.h"
 #include "BE/ProjectSettings.h"
 #include "KOR/Stations.h"
+#include "KOR/Timecode.h"
 #include "UIF/KeyFilter.h"
 #include "UIF/Sound.h"
 #include "UIF/TimecodeInfo.h"
@@ -328,11 +329,7 @@ bool KeyFilterStandard::AcceptSignedFloat(wchar_t inChar)
     return AcceptUnsignedFloat(inChar) || inChar == L'-' || inChar == L'+';
 }
 
-bool KeyFilterStandard::AcceptTimecodeDelimiter(wchar_t inChar)
-{
-    return inChar == L':' || inChar == L';' || inChar == L'.' || inChar == L',' || inChar == L'+' ||
-           inChar == L'/' || inChar == L' ';
-}
+bool KeyFilterStandard::AcceptTimecodeDelimiter(wchar_t inChar) { return KOR::Timecode::IsDelimiter(inChar); }
 
 TimecodeNotifier::~TimecodeNotifier() = default;
 

@@ -5,7 +5,6 @@
 #include <QLayout>
 #include <QLineEdit>
 #include <QPainter>
-#include <QStyle>
 #include <QTimer>
 
 #include <algorithm>

@@ -145,11 +145,6 @@ void WriteClock(Writer& ioWriter, std::int64_t inSeconds)
 constexpr int kMaxDigits = 12;
 constexpr std::int64_t kMaxSeconds = 10000000000LL;
 
-bool IsDelimiter(wchar_t inChar)
-{
-    return inChar == L':' || inChar == L';' || inChar == L'.' || inChar == L',' || inChar == L'+' ||
-           inChar == L'/' || inChar == L' ';
-}
 
 // The typed fields, rightmost first.
 struct Fields {
@@ -193,7 +188,7 @@ bool ReadFields(const std::wstring& inText, Fields& outFields)
                 return false;
             }
             value = value * 10 + (c - L'0');
-        } else if (IsDelimiter(c)) {
+        } else if (Timecode::IsDelimiter(c)) {
             lastDelimiter = c;
             inField = false;
             outFields.digitsOnly = false;
@@ -244,6 +239,12 @@ std::int64_t Clock(const Fields& inFields, int inFirst)
 }
 
 } // namespace
+
+bool Timecode::IsDelimiter(wchar_t inChar)
+{
+    return inChar == L':' || inChar == L';' || inChar == L'.' || inChar == L',' || inChar == L'+' ||
+           inChar == L'/' || inChar == L' ';
+}
 
 void Timecode::SetFormat(unsigned int inFormat, FrameRate inRate)
 {

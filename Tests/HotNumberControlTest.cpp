@@ -124,11 +124,7 @@ TEST(HotNumberControl, ReplacementCopiesTheSettingsButNotTheIncrement)
     original.SetVisible(false);
     replacement.SetEnabled(true);
     QWidget* widget = ControlWindow::Place(replacement);
-    QTest::mousePress(widget, Qt::LeftButton, Qt::NoModifier, QPoint(20, 10));
-    for (int x = 21; x <= 25; ++x) {
-        QTest::mouseMove(widget, QPoint(x, 10));
-    }
-    QTest::mouseRelease(widget, Qt::LeftButton, Qt::NoModifier, QPoint(25, 10));
+    TestSupport::DragAcross(widget, QPoint(20, 10), 5);
     EXPECT_EQ(replacement.GetValue(), -1.0) << "five pixels, five whole steps";
 }
 
@@ -149,11 +145,7 @@ TEST(HotNumberControl, ADragReachesListenersAsOneChangeAndEscapeTakesItBack)
     });
     control.NotifyWhenChanged([&] { ++changes; });
 
-    QTest::mousePress(widget, Qt::LeftButton, Qt::NoModifier, QPoint(50, 10));
-    for (int x = 51; x <= 70; ++x) {
-        QTest::mouseMove(widget, QPoint(x, 10));
-    }
-    QTest::mouseRelease(widget, Qt::LeftButton, Qt::NoModifier, QPoint(70, 10));
+    TestSupport::DragAcross(widget, QPoint(50, 10), 20);
     EXPECT_EQ(control.GetValue(), 30.0);
     EXPECT_EQ(control.GetText(), L"30");
     EXPECT_THAT(phases, testing::ElementsAre(InteractivePhase::kBegin, InteractivePhase::kContinue,

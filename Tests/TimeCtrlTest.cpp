@@ -122,11 +122,7 @@ TEST(TimeCtrl, DragStepsOneFramePerPixelWhateverTheModifiers)
     control.SetTime(Time(1795, kFrameRate_NTSC2997));
     control.SetEnabled(true);
     QWidget* widget = ControlWindow::Place(control);
-    QTest::mousePress(widget, Qt::LeftButton, Qt::ShiftModifier, QPoint(20, 10));
-    for (int x = 21; x <= 30; ++x) {
-        TestSupport::MoveMouse(widget, QPoint(x, 10), Qt::ShiftModifier | Qt::ControlModifier);
-    }
-    QTest::mouseRelease(widget, Qt::LeftButton, Qt::ShiftModifier, QPoint(30, 10));
+    TestSupport::DragAcross(widget, QPoint(20, 10), 10, Qt::ShiftModifier | Qt::ControlModifier);
     EXPECT_EQ(control.GetTime(), Time(1805, kFrameRate_NTSC2997));
     EXPECT_EQ(control.GetText(), L"00:01:00;07") << "the drag crossed a dropped minute";
 }

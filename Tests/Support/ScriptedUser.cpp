@@ -60,6 +60,16 @@ void MoveMouse(QWidget* inWidget, QPoint inPosition, Qt::KeyboardModifiers inMod
     QApplication::sendEvent(inWidget, &move);
 }
 
+void DragAcross(QWidget* inWidget, QPoint inStart, int inDx, Qt::KeyboardModifiers inModifiers)
+{
+    QTest::mousePress(inWidget, Qt::LeftButton, inModifiers, inStart);
+    const int direction = inDx < 0 ? -1 : 1;
+    for (int moved = 1; moved <= std::abs(inDx); ++moved) {
+        MoveMouse(inWidget, inStart + QPoint(direction * moved, 0), inModifiers);
+    }
+    QTest::mouseRelease(inWidget, Qt::LeftButton, inModifiers, inStart + QPoint(inDx, 0));
+}
+
 Step& Step::Type(const QString& inControl, const QString& inText)
 {
     mActions.push_back([inControl, inText](QWidget& inWindow, QStringList& outFailures) {
@@ -97,13 +107,7 @@ Step& Step::Drag(const QString& inControl, int inDx, Qt::KeyboardModifiers inMod
 {
     mActions.push_back([inControl, inDx, inModifiers](QWidget& inWindow, QStringList& outFailures) {
         if (QWidget* control = FindControl(inWindow, inControl, outFailures)) {
-            const QPoint start(4, control->height() / 2);
-            QTest::mousePress(control, Qt::LeftButton, inModifiers, start);
-            const int direction = inDx < 0 ? -1 : 1;
-            for (int moved = 1; moved <= std::abs(inDx); ++moved) {
-                MoveMouse(control, start + QPoint(direction * moved, 0), inModifiers);
-            }
-            QTest::mouseRelease(control, Qt::LeftButton, inModifiers, start + QPoint(inDx, 0));
+            DragAcross(control, QPoint(4, control->height() / 2), inDx, inModifiers);
         }
     });
     return *this;

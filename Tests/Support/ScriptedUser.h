@@ -15,6 +15,9 @@ namespace TestSupport {
 
 // Moves the mouse over inWidget with the main button held, as in a drag.
 void MoveMouse(QWidget* inWidget, QPoint inPosition, Qt::KeyboardModifiers inModifiers = Qt::NoModifier);
+// Presses the main button at inStart, moves sideways a pixel at a time by inDx, and releases,
+// with inModifiers held throughout.
+void DragAcross(QWidget* inWidget, QPoint inStart, int inDx, Qt::KeyboardModifiers inModifiers = Qt::NoModifier);
 
 // What a modal message box said, as the user saw it.
 struct SeenMessageBox {

@@ -52,6 +52,8 @@ public:
     std::wstring GetString() const;
 
     static Time StringToTime(const std::wstring& inText, const Style& inStyle, unsigned int inFormat);
+    // The characters that separate the fields of typed time.
+    static bool IsDelimiter(wchar_t inChar);
     // The rate inFormat counts frames in, given inRate; zero when it counts none.
     static FrameRate CountingRate(unsigned int inFormat, FrameRate inRate);
 
