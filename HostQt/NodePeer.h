@@ -4,6 +4,10 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <memory>
+
+class QTreeWidget;
+
 #include "zelui/UI_Node.h"
 
 namespace zelui::ui {
@@ -27,6 +31,8 @@ namespace HostQt {
 
 // The node that shows inWidget: a button, text, number edit or plain node by the widget's kind.
 zelui::ui::UI_NodePtr MakeControlNode(QWidget* inWidget);
+// The list box node of a tree widget that a layout script built.
+zelui::ui::UI_NodePtr MakeListBoxNode(QTreeWidget* inList, std::unique_ptr<zelui::ui::NodePeer> inPeer);
 
 template <class W>
 W* PeerWidget(const zelui::ui::UI_Node* inNode)

@@ -13,7 +13,7 @@ enum class Family { kSMPTE, kFeet, kFrames, kSamples, kMilliseconds };
 
 struct FormatInfo {
     Family family;
-    FrameRate rate;        // SMPTE: the format's own rate
+    FrameRate rate;        // SMPTE: the format's own rate; others: the rate counted when none is given
     std::int64_t base = 0; // SMPTE: frames in a labelled second; feet: frames in a foot
     std::int64_t drop = 0; // SMPTE drop-frame: labels skipped a minute
 };
@@ -30,7 +30,8 @@ FormatInfo Describe(unsigned int inFormat)
     case kTimecodeFormat_SMPTE5994DropFrame: return {Family::kSMPTE, kFrameRate_NTSC5994, 60, 4};
     case kTimecodeFormat_SMPTE5994NonDrop: return {Family::kSMPTE, kFrameRate_NTSC5994, 60};
     case kTimecodeFormat_SMPTE60: return {Family::kSMPTE, kFrameRate_Video60, 60};
-    case kTimecodeFormat_FeetFrames16mm: return {Family::kFeet, kFrameRate_Zero, 40};
+    // 16 mm feet and frames are a film measure: with no rate given they count film's 24 fps.
+    case kTimecodeFormat_FeetFrames16mm: return {Family::kFeet, kFrameRate_Film24, 40};
     case kTimecodeFormat_Frames: return {Family::kFrames, kFrameRate_Zero};
     case kTimecodeFormat_FeetFrames35mm: return {Family::kFeet, kFrameRate_Zero, 16};
     case kTimecodeFormat_AudioSamples: return {Family::kSamples, kFrameRate_Zero};
@@ -258,7 +259,7 @@ FrameRate Timecode::CountingRate(unsigned int inFormat, FrameRate inRate)
     switch (info.family) {
     case Family::kSMPTE: return info.rate;
     case Family::kMilliseconds: return FrameRate(1000);
-    default: return inRate;
+    default: return inRate.IsZero() ? info.rate : inRate;
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QDialog>
 #include <QKeyEvent>
@@ -9,7 +10,9 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTextEdit>
+#include <QTreeWidget>
 
 #include "HostQt/HotTextNumberWidget.h"
 #include "HostQt/NodePeer.h"
@@ -155,9 +158,14 @@ zelui::ui::UI_NodePtr MakeControlNode(QWidget* inWidget)
     auto peer = std::make_unique<zelui::ui::NodePeer>(inWidget);
     QObject* context = peer->ConnectionContext();
     if (auto* button = qobject_cast<QAbstractButton*>(inWidget)) {
-        boost::intrusive_ptr<UI_Button> node(new UI_Button(std::move(peer)));
+        boost::intrusive_ptr<UI_Button> node = qobject_cast<QRadioButton*>(button) ? new UI_RadioButton(std::move(peer))
+                                               : qobject_cast<QCheckBox*>(button)  ? new UI_CheckBox(std::move(peer))
+                                                                                   : new UI_Button(std::move(peer));
         QObject::connect(button, &QAbstractButton::clicked, context, [raw = node.get()] { raw->BroadcastChange(); });
         return node;
+    }
+    if (auto* list = qobject_cast<QTreeWidget*>(inWidget)) {
+        return MakeListBoxNode(list, std::move(peer));
     }
     if (auto* numberEdit = qobject_cast<NumberEditWidget*>(inWidget)) {
         boost::intrusive_ptr<UI_NumberEdit> node(new UI_NumberEdit(std::move(peer)));
@@ -326,6 +334,23 @@ void UI_Button::Press()
         button->click();
     }
 }
+
+UI_CheckBox::~UI_CheckBox() = default;
+
+void UI_CheckBox::SetChecked(bool inChecked)
+{
+    if (auto* button = PeerWidget<QAbstractButton>(this)) {
+        button->setChecked(inChecked);
+    }
+}
+
+bool UI_CheckBox::IsChecked() const
+{
+    const auto* button = PeerWidget<QAbstractButton>(this);
+    return button && button->isChecked();
+}
+
+UI_RadioButton::~UI_RadioButton() = default;
 
 UI_StaticText::~UI_StaticText() = default;
 

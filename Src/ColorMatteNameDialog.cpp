@@ -30,17 +30,9 @@ private:
     void BindControls() override
     {
         BindOkAndCancel();
-        mNameEdit = GetUINodePtr<UI_TextEdit>(L"matteNameTextEdit");
+        mNameEdit = Bind<UI_TextEdit>(L"matteNameTextEdit", mName);
         if (mNameEdit) {
-            mNameEdit->SetText(mName);
             mNameEdit->SelectAll();
-        }
-    }
-
-    void ReadControls() override
-    {
-        if (mNameEdit) {
-            mName = mNameEdit->GetText();
         }
     }
 

@@ -18,6 +18,11 @@ DialogBaseImpl::DialogBaseImpl(const std::wstring& inNodeName, const zelui::draw
     SetResponseHandler([this](zelui::ui::UI_Dialog::Response& ioResponse) { return HandleResponse(ioResponse); });
 }
 
+DialogBaseImpl::DialogBaseImpl(const std::wstring& inNodeName, const UIF::Workspace& inWorkspace)
+    : DialogBaseImpl(inNodeName, inWorkspace.GetDrawSupplier(), inWorkspace.GetMainTopLevelWindow())
+{
+}
+
 DialogBaseImpl::~DialogBaseImpl() = default;
 
 DialogBaseImpl::ModalScope::ModalScope()
@@ -51,6 +56,7 @@ void DialogBaseImpl::Accept()
     if (!ValidateControls()) {
         return;
     }
+    ReadBoundFields();
     ReadControls();
     SetCancelled(false);
     if (zelui::ui::UI_Dialog* view = GetDialogView()) {
@@ -80,6 +86,13 @@ void DialogBaseImpl::BindOkAndCancel()
     }
 }
 
+void DialogBaseImpl::ReadBoundFields()
+{
+    for (const std::function<void()>& read : mReaders) {
+        read();
+    }
+}
+
 bool DialogBaseImpl::HandleResponse(zelui::ui::UI_Dialog::Response& ioResponse)
 {
     if (ioResponse == zelui::ui::UI_Dialog::kResponse_Dismiss) {
@@ -91,6 +104,7 @@ bool DialogBaseImpl::HandleResponse(zelui::ui::UI_Dialog::Response& ioResponse)
             ioResponse = zelui::ui::UI_Dialog::kResponse_KeepOpen;
             return false;
         }
+        ReadBoundFields();
         ReadControls();
         mCancelled = false;
         return true;

@@ -4,7 +4,6 @@
 #include "DLG/Module.h"
 #include "DLG/TimeCtrl.h"
 #include "DLG/TimecodeInfo.h"
-#include "UIF/Workspace.h"
 
 namespace DLG {
 
@@ -27,13 +26,11 @@ UIF::TimecodeControlInfo CurrentTimecodeInfo()
 class SequenceZeroPointDialog : public DialogBaseImpl {
 public:
     SequenceZeroPointDialog(const UIF::Workspace& inWorkspace, KOR::Time inZeroPoint)
-        : DialogBaseImpl(L"SequenceZeroPointDialog", inWorkspace.GetDrawSupplier(),
-                         inWorkspace.GetMainTopLevelWindow()),
-          mZeroPoint(inZeroPoint)
+        : DialogBaseImpl(L"SequenceZeroPointDialog", inWorkspace), mZeroPoint(inZeroPoint)
     {
     }
 
-    KOR::Time ZeroPoint() const { return mZeroPoint; }
+    KOR::Time Result() const { return mZeroPoint; }
 
 private:
     void BindControls() override
@@ -46,16 +43,9 @@ private:
         mTimeCtrl = new TimeCtrl(*scripted, CurrentTimecodeInfo());
         scripted->SetVisible(false);
         mTimeCtrl->SetVisible(true);
-        mTimeCtrl->SetTime(mZeroPoint);
+        Bind(mTimeCtrl, mZeroPoint);
         mTimeCtrl->SetEnabled(true);
         mTimeCtrl->SetFocus();
-    }
-
-    void ReadControls() override
-    {
-        if (mTimeCtrl) {
-            mZeroPoint = mTimeCtrl->GetTime();
-        }
     }
 
     KOR::Time mZeroPoint;
@@ -66,18 +56,7 @@ private:
 
 bool DoSequenceZeroPointDialog(KOR::Time& ioZeroPoint)
 {
-    std::stringstream script;
-    const UIF::Workspace* workspace = PrepareScriptDialog(L"SequenceZeroPointDialog.vrel", script);
-    if (!workspace) {
-        return false;
-    }
-    SequenceZeroPointDialog dialog(*workspace, ioZeroPoint);
-    dialog.Run(script);
-    if (dialog.WasCancelled()) {
-        return false;
-    }
-    ioZeroPoint = dialog.ZeroPoint();
-    return true;
+    return RunScriptDialog<SequenceZeroPointDialog>(L"SequenceZeroPointDialog.vrel", ioZeroPoint);
 }
 
 } // namespace DLG

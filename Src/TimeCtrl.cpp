@@ -84,7 +84,15 @@ void TimeCtrl::SetUseAlternateDisplay(bool inUseAlternate)
 
 void TimeCtrl::StoreCurrentDisplay() { (mUseAlternate ? mAlternate : mPrimary) = {mFormat, mRate}; }
 
-KOR::FrameRate TimeCtrl::CountingRate() const { return mRate.IsZero() ? KOR::FrameRate(1000) : mRate; }
+// With no rate the number counts what the format shows on its own (its frames, or milliseconds).
+KOR::FrameRate TimeCtrl::CountingRate() const
+{
+    if (!mRate.IsZero()) {
+        return mRate;
+    }
+    const KOR::FrameRate own = KOR::Timecode::CountingRate(mFormat, mRate);
+    return own.IsZero() ? KOR::FrameRate(1000) : own;
+}
 
 void TimeCtrl::SetNumberFromTime(KOR::Time inTime)
 {

@@ -1,8 +1,6 @@
 #include "DLG/TransformPositionDialog.h"
 
 #include "DLG/DialogBaseImpl.h"
-#include "UIF/Workspace.h"
-#include "zelui/Controls.h"
 
 namespace DLG::TransformPosition {
 
@@ -10,65 +8,43 @@ namespace {
 
 using zelui::controls::UI_NumberEdit;
 
+struct Position {
+    double x;
+    double y;
+};
+
 class TransformPositionDialog : public DialogBaseImpl {
 public:
-    TransformPositionDialog(const UIF::Workspace& inWorkspace, double inX, double inY)
-        : DialogBaseImpl(L"TransformPositionDialog", inWorkspace.GetDrawSupplier(),
-                         inWorkspace.GetMainTopLevelWindow()),
-          mX(inX), mY(inY)
+    TransformPositionDialog(const UIF::Workspace& inWorkspace, const Position& inPosition)
+        : DialogBaseImpl(L"TransformPositionDialog", inWorkspace), mPosition(inPosition)
     {
     }
 
-    double X() const { return mX; }
-    double Y() const { return mY; }
+    const Position& Result() const { return mPosition; }
 
 private:
     void BindControls() override
     {
         BindOkAndCancel();
-        mXEdit = GetUINodePtr<UI_NumberEdit>(L"xPositionTextEdit");
-        mYEdit = GetUINodePtr<UI_NumberEdit>(L"yPositionTextEdit");
-        if (mXEdit) {
-            mXEdit->SetValue(mX);
-            mXEdit->SelectAll();
+        if (const auto x = Bind<UI_NumberEdit>(L"xPositionTextEdit", mPosition.x)) {
+            x->SelectAll();
         }
-        if (mYEdit) {
-            mYEdit->SetValue(mY);
-        }
+        Bind<UI_NumberEdit>(L"yPositionTextEdit", mPosition.y);
     }
 
-    void ReadControls() override
-    {
-        if (mXEdit) {
-            mX = mXEdit->GetValue();
-        }
-        if (mYEdit) {
-            mY = mYEdit->GetValue();
-        }
-    }
-
-    double mX;
-    double mY;
-    boost::intrusive_ptr<UI_NumberEdit> mXEdit;
-    boost::intrusive_ptr<UI_NumberEdit> mYEdit;
+    Position mPosition;
 };
 
 } // namespace
 
 bool DoTransformPositionDialog(double& ioX, double& ioY)
 {
-    std::stringstream script;
-    const UIF::Workspace* workspace = PrepareScriptDialog(L"TransformPositionDialog.vrel", script);
-    if (!workspace) {
+    Position position{ioX, ioY};
+    if (!RunScriptDialog<TransformPositionDialog>(L"TransformPositionDialog.vrel", position)) {
         return false;
     }
-    TransformPositionDialog dialog(*workspace, ioX, ioY);
-    dialog.Run(script);
-    if (dialog.WasCancelled()) {
-        return false;
-    }
-    ioX = dialog.X();
-    ioY = dialog.Y();
+    ioX = position.x;
+    ioY = position.y;
     return true;
 }
 

@@ -104,6 +104,26 @@ TEST(TimeCtrl, AZeroRateTurnsFrameCountsIntoMilliseconds)
     EXPECT_EQ(smpte.GetDisplayFormat(), kTimecodeFormat_SMPTE25);
 }
 
+// Whatever format is left at a zero rate still tells times apart, and reads them back.
+TEST(TimeCtrl, AtAZeroRateNoFormatShowsTheSameTextForEveryTime)
+{
+    ControlWindow window;
+    for (const unsigned int format :
+         {kTimecodeFormat_SMPTE25, kTimecodeFormat_SMPTE2997DropFrame, kTimecodeFormat_FeetFrames16mm,
+          kTimecodeFormat_Frames, kTimecodeFormat_FeetFrames35mm, kTimecodeFormat_AudioSamples,
+          kTimecodeFormat_Milliseconds}) {
+        DLG::TimeCtrl control(nullptr, window.Node(), Info(format, kFrameRate_Zero));
+        control.SetTime(Time::FromSeconds(2));
+        const std::wstring two = control.GetText();
+        control.SetTime(Time::FromSeconds(90));
+        EXPECT_NE(control.GetText(), two) << format;
+        EXPECT_EQ(control.GetTime(), Time::FromSeconds(90)) << format;
+    }
+    DLG::TimeCtrl feet(nullptr, window.Node(), Info(kTimecodeFormat_FeetFrames16mm, kFrameRate_Zero));
+    feet.SetTime(Time::FromSeconds(10));
+    EXPECT_EQ(feet.GetText(), L"6+00") << "240 film frames at 40 a foot";
+}
+
 TEST(TimeCtrl, ShownTimeIsClampedAndTheMinimumWinsWhenLimitsCross)
 {
     ControlWindow window;

@@ -1,15 +1,15 @@
 #pragma once
 
+#include <functional>
 #include <sstream>
 #include <string>
+#include <vector>
 
+#include "DLG/ControlValues.h"
 #include "DLG/Export.h"
+#include "UIF/Workspace.h"
 #include "zelui/Controls.h"
 #include "zelvrel/UI_Vrel.h"
-
-namespace UIF {
-class Workspace;
-}
 
 namespace DLG {
 
@@ -21,6 +21,8 @@ class DialogBaseImpl : public zelvrel::UI_Vrel {
 public:
     DialogBaseImpl(const std::wstring& inNodeName, const zelui::drawbot::SupplierInterface* inSupplier,
                    zelui::ui::UI_Node* inParent);
+    // Drawn through the workspace's supplier, over its main window.
+    DialogBaseImpl(const std::wstring& inNodeName, const UIF::Workspace& inWorkspace);
     ~DialogBaseImpl() override;
 
     bool WasCancelled() const { return mCancelled; }
@@ -44,7 +46,36 @@ protected:
     // Accept, cancel runs Dismiss. A missing button is skipped.
     void BindOkAndCancel();
 
+    // Shows ioField in inControl now and copies the control's value back into ioField on every
+    // acceptance, before ReadControls. A null control (the script lacks it) binds nothing.
+    template <class Control, class Field>
+    boost::intrusive_ptr<Control> Bind(boost::intrusive_ptr<Control> inControl, Field& ioField)
+    {
+        if (inControl) {
+            ShowValue(*inControl, ioField);
+            mReaders.emplace_back([inControl, &ioField] { ReadValue(*inControl, ioField); });
+        }
+        return inControl;
+    }
+    // The same for the control that the script names inName.
+    template <class Control, class Field>
+    boost::intrusive_ptr<Control> Bind(const std::wstring& inName, Field& ioField)
+    {
+        return Bind(GetUINodePtr<Control>(inName), ioField);
+    }
+    // Runs inHandler each time the user changes the control named inName; returns the control.
+    template <class Control>
+    boost::intrusive_ptr<Control> OnChange(const std::wstring& inName, std::function<void()> inHandler)
+    {
+        boost::intrusive_ptr<Control> control = GetUINodePtr<Control>(inName);
+        if (control) {
+            control->NotifyWhenChanged(std::move(inHandler));
+        }
+        return control;
+    }
+
 private:
+    void ReadBoundFields();
     bool HandleResponse(zelui::ui::UI_Dialog::Response& ioResponse);
 
     // Puts the host in its modal state: the focused panel's super-commander becomes the
@@ -60,6 +91,7 @@ private:
 
     bool mCancelled;
     ModalScope mModalScope;
+    std::vector<std::function<void()>> mReaders;
     boost::intrusive_ptr<zelui::controls::UI_Button> mOkButton;
     boost::intrusive_ptr<zelui::controls::UI_Button> mCancelButton;
 };
@@ -67,5 +99,25 @@ private:
 // Loads inScriptFile and finds the workspace that a script dialog opens in. Null when either
 // fails: then the entry function returns false without showing a dialog.
 UIF::Workspace* PrepareScriptDialog(const std::wstring& inScriptFile, std::stringstream& outScript);
+
+// Runs the script dialog Dialog, made from the workspace and a copy of ioValues, and copies its
+// Result() into ioValues when the user confirmed. Returns whether they did; on cancel ioValues
+// stays as the caller passed it.
+template <class Dialog, class Values>
+bool RunScriptDialog(const std::wstring& inScriptFile, Values& ioValues)
+{
+    std::stringstream script;
+    const UIF::Workspace* workspace = PrepareScriptDialog(inScriptFile, script);
+    if (!workspace) {
+        return false;
+    }
+    Dialog dialog(*workspace, ioValues);
+    dialog.Run(script);
+    if (dialog.WasCancelled()) {
+        return false;
+    }
+    ioValues = dialog.Result();
+    return true;
+}
 
 } // namespace DLG

@@ -78,4 +78,8 @@ private:
     boost::signals2::scoped_connection mNotifierConnection;
 };
 
+// A time control shows and reads back a time field of a dialog.
+inline void ShowValue(TimeCtrl& ioControl, KOR::Time inTime) { ioControl.SetTime(inTime); }
+inline void ReadValue(const TimeCtrl& inControl, KOR::Time& outTime) { outTime = inControl.GetTime(); }
+
 } // namespace DLG

@@ -22,7 +22,8 @@ inline constexpr unsigned int kTimecodeFormat_SMPTE50 = 106;
 inline constexpr unsigned int kTimecodeFormat_SMPTE5994DropFrame = 107;
 inline constexpr unsigned int kTimecodeFormat_SMPTE5994NonDrop = 108;
 inline constexpr unsigned int kTimecodeFormat_SMPTE60 = 109;
-// Frame counts at the rate set with the format: "feet+frames" and plain frames.
+// Frame counts at the rate set with the format: "feet+frames" and plain frames. With a zero rate,
+// 16 mm counts film's 24 fps; 111 and 112 count nothing (a time control shows them as 201).
 inline constexpr unsigned int kTimecodeFormat_FeetFrames16mm = 110; // 40 frames a foot
 inline constexpr unsigned int kTimecodeFormat_Frames = 111;
 inline constexpr unsigned int kTimecodeFormat_FeetFrames35mm = 112; // 16 frames a foot
@@ -54,7 +55,7 @@ public:
     static Time StringToTime(const std::wstring& inText, const Style& inStyle, unsigned int inFormat);
     // The characters that separate the fields of typed time.
     static bool IsDelimiter(wchar_t inChar);
-    // The rate inFormat counts frames in, given inRate; zero when it counts none.
+    // The rate inFormat counts frames in, given inRate; zero when it can count none.
     static FrameRate CountingRate(unsigned int inFormat, FrameRate inRate);
 
 private:

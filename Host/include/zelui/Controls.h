@@ -38,6 +38,50 @@ public:
     void Press();
 };
 
+// A check box: a button that keeps an on/off state. Setting the state tells no listener; a
+// click by the user does.
+class HOST_API UI_CheckBox : public UI_Button {
+public:
+    using UI_Button::UI_Button;
+    ~UI_CheckBox() override;
+    void SetChecked(bool inChecked);
+    bool IsChecked() const;
+};
+
+// A radio button. The host does not uncheck its neighbours: a dialog keeps its radio buttons
+// exclusive itself.
+class HOST_API UI_RadioButton : public UI_CheckBox {
+public:
+    using UI_CheckBox::UI_CheckBox;
+    ~UI_RadioButton() override;
+};
+
+// A list of rows, each with one text per column, optionally a check box per row. Listeners
+// hear when the user checks or clears a row or selects another one; changes made through
+// these calls tell no one.
+class HOST_API UI_ListBox : public UI_Control {
+public:
+    using UI_Control::UI_Control;
+    ~UI_ListBox() override;
+
+    void Clear();
+    // Appends a row and returns its index.
+    int AddRow(const std::vector<std::wstring>& inCells);
+    int GetRowCount() const;
+    std::wstring GetCellText(int inRow, int inColumn) const;
+    // Rows added from now on show a check box.
+    void SetRowsCheckable(bool inCheckable);
+    void SetRowChecked(int inRow, bool inChecked);
+    bool IsRowChecked(int inRow) const;
+    // Selects one row (and makes it current); -1 selects none.
+    void SelectRow(int inRow);
+    // The first selected row, or -1.
+    int GetSelectedRow() const;
+
+private:
+    bool mCheckable = false;
+};
+
 class HOST_API UI_StaticText : public UI_Control {
 public:
     using UI_Control::UI_Control;

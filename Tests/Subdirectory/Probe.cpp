@@ -1,0 +1,3 @@
+#include "KOR/Time.h"
+
+static_assert(KOR::Time::kTicksPerSecond > 0);
