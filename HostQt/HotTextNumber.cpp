@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QPainter>
@@ -350,6 +351,27 @@ UI_HotTextNumber::UI_HotTextNumber(const drawbot::SupplierInterface*, ui::UI_Nod
     PeerWidget<HostQt::HotTextNumberWidget>(this)->SetNode(this);
 }
 
+namespace {
+
+// A replacement is the same control to the user: its name for screen readers, its tip, the
+// label that names it and its place in the Tab order.
+void TakeOverIdentity(QWidget& inOld, QWidget& ioNew)
+{
+    ioNew.setAccessibleName(inOld.accessibleName());
+    ioNew.setAccessibleDescription(inOld.accessibleDescription());
+    ioNew.setToolTip(inOld.toolTip());
+    if (inOld.parentWidget()) {
+        for (QLabel* label : inOld.window()->findChildren<QLabel*>()) {
+            if (label->buddy() == &inOld) {
+                label->setBuddy(&ioNew);
+            }
+        }
+        QWidget::setTabOrder(&inOld, &ioNew);
+    }
+}
+
+} // namespace
+
 UI_HotTextNumber::UI_HotTextNumber(UI_HotTextNumber& inReplaced)
     : UI_Control(std::make_unique<ui::NodePeer>(new HostQt::HotTextNumberWidget()))
 {
@@ -359,6 +381,7 @@ UI_HotTextNumber::UI_HotTextNumber(UI_HotTextNumber& inReplaced)
         widget->setParent(old->parentWidget());
         widget->setObjectName(old->objectName() + QStringLiteral("Replacement"));
         widget->setGeometry(old->geometry());
+        TakeOverIdentity(*old, *widget);
         if (old->parentWidget()) {
             for (QLayout* layout : old->parentWidget()->findChildren<QLayout*>()) {
                 if (layout->indexOf(old) >= 0) {
