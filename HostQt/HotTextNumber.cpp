@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QPainter>
@@ -339,6 +340,26 @@ void HotTextNumberWidget::keyPressEvent(QKeyEvent* inEvent)
 
 } // namespace HostQt
 
+namespace {
+
+// A replacement is what the user reaches and hears in the replaced control's place: its
+// accessible name, the labels naming it and its place in the tab order.
+void TakeOverIdentity(QWidget& inOld, QWidget& ioNew)
+{
+    ioNew.setAccessibleName(inOld.accessibleName());
+    ioNew.setAccessibleDescription(inOld.accessibleDescription());
+    for (QLabel* label : inOld.window()->findChildren<QLabel*>()) {
+        if (label->buddy() == &inOld) {
+            label->setBuddy(&ioNew);
+        }
+    }
+    if (ioNew.window() == inOld.window()) {
+        QWidget::setTabOrder(&inOld, &ioNew);
+    }
+}
+
+} // namespace
+
 namespace zelui::controls {
 
 using HostQt::PeerWidget;
@@ -359,6 +380,7 @@ UI_HotTextNumber::UI_HotTextNumber(UI_HotTextNumber& inReplaced)
         widget->setParent(old->parentWidget());
         widget->setObjectName(old->objectName() + QStringLiteral("Replacement"));
         widget->setGeometry(old->geometry());
+        TakeOverIdentity(*old, *widget);
         if (old->parentWidget()) {
             for (QLayout* layout : old->parentWidget()->findChildren<QLayout*>()) {
                 if (layout->indexOf(old) >= 0) {
