@@ -4,6 +4,16 @@
 #include "DLG/SequenceZeroPointDialog.h"
 #include "DLG/TestVrelDialog.h"
 #include "DLG/TransformPositionDialog.h"
+#include "DLG/DeleteMediaDialog.h"
+#include "DLG/FitClipDialog.h"
+#include "DLG/FontSizeDialog.h"
+#include "DLG/NewTapeNameDialog.h"
+#include "DLG/ProjectMakeOfflineFileDialog.h"
+#include "DLG/RenameClipDialog.h"
+#include "DLG/SetNumberedMarkerDialog.h"
+#include "DLG/TransformOpacityDialog.h"
+#include "DLG/TransformRotationDialog.h"
+#include "DLG/TransformScaleDialog.h"
 #include "HostQt/Workspace.h"
 #include "ScriptedUser.h"
 
@@ -39,6 +49,75 @@ QString OpenSequenceZeroPoint(DemoState& ioState, HostQt::Workspace&)
 
 QString OpenTestVrel(DemoState&, HostQt::Workspace&) { return Returned(DLG::DoTestVrelDialog()); }
 
+QString YesNo(bool inValue) { return inValue ? QStringLiteral("yes") : QStringLiteral("no"); }
+
+QString Quoted(const std::wstring& inText) { return QStringLiteral("\"%1\"").arg(QString::fromStdWString(inText)); }
+
+QString OpenTransformScale(DemoState& ioState, HostQt::Workspace&)
+{
+    const bool confirmed = DLG::TransformScale::DoTransformScaleDialog(
+        ioState.uniformScale, ioState.horizontalScale, ioState.verticalScale, ioState.uniformScaling);
+    return Returned(confirmed) + QStringLiteral("; uniform %1 %, horizontal %2 %, vertical %3 %, %4")
+                                     .arg(ioState.uniformScale)
+                                     .arg(ioState.horizontalScale)
+                                     .arg(ioState.verticalScale)
+                                     .arg(ioState.uniformScaling ? QStringLiteral("uniform") : QStringLiteral("non-uniform"));
+}
+
+QString OpenTransformRotation(DemoState& ioState, HostQt::Workspace&)
+{
+    const bool confirmed = DLG::TransformRotation::DoTransformRotationDialog(ioState.rotation);
+    return Returned(confirmed) + QStringLiteral("; rotation = %1 degrees").arg(ioState.rotation);
+}
+
+QString OpenTransformOpacity(DemoState& ioState, HostQt::Workspace&)
+{
+    const bool confirmed = DLG::TransformOpacity::DoTransformOpacityDialog(ioState.opacity);
+    return Returned(confirmed) + QStringLiteral("; opacity = %1").arg(ioState.opacity);
+}
+
+QString OpenFontSize(DemoState& ioState, HostQt::Workspace&)
+{
+    const bool confirmed = DLG::FontSize::DoFontSizeDialog(ioState.fontSize);
+    return Returned(confirmed) + QStringLiteral("; font size = %1 pt").arg(ioState.fontSize);
+}
+
+QString OpenRenameClip(DemoState& ioState, HostQt::Workspace&)
+{
+    const bool confirmed = DLG::DoRenameClipDialog(ioState.clipName);
+    return Returned(confirmed) + QStringLiteral("; clip name = ") + Quoted(ioState.clipName);
+}
+
+QString OpenNewTapeName(DemoState& ioState, HostQt::Workspace&)
+{
+    const bool confirmed = DLG::DoNewTapeNameDialog(L"Tape 001", ioState.tapeName);
+    return Returned(confirmed) + QStringLiteral("; tape name = ") + Quoted(ioState.tapeName);
+}
+
+QString OpenSetNumberedMarker(DemoState& ioState, HostQt::Workspace&)
+{
+    const bool confirmed = DLG::SetNumberedMarker::DoSetNumberedMarkerDialog(ioState.markerNumber, ioState.markerName);
+    return Returned(confirmed) + QStringLiteral("; marker %1 named ").arg(ioState.markerNumber) + Quoted(ioState.markerName);
+}
+
+QString OpenDeleteMedia(DemoState& ioState, HostQt::Workspace&)
+{
+    const bool confirmed = DLG::DeleteMedia::DoDeleteMediaDialog(ioState.deleteMedia);
+    return Returned(confirmed) + QStringLiteral("; delete media: ") + YesNo(ioState.deleteMedia);
+}
+
+QString OpenProjectMakeOffline(DemoState& ioState, HostQt::Workspace&)
+{
+    const bool confirmed = DLG::DoProjectMakeOfflineFileDialog(ioState.deleteOfflineFiles);
+    return Returned(confirmed) + QStringLiteral("; delete files: ") + YesNo(ioState.deleteOfflineFiles);
+}
+
+QString OpenFitClip(DemoState& ioState, HostQt::Workspace&)
+{
+    const bool confirmed = DLG::DoFitClipDialog(ioState.fitClipOptions, ioState.fitClipChoice);
+    return Returned(confirmed) + QStringLiteral("; choice = 0x%1").arg(ioState.fitClipChoice, 0, 16);
+}
+
 } // namespace
 
 const std::vector<DemoDialog>& DemoDialogs()
@@ -56,6 +135,30 @@ const std::vector<DemoDialog>& DemoDialogs()
          }},
         {QStringLiteral("Layout script test"), QStringLiteral("TestVrelDialog"), &OpenTestVrel,
          [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Escape); }},
+        {QStringLiteral("Transform scale"), QStringLiteral("TransformScaleDialog"), &OpenTransformScale,
+         [](TestSupport::Step& ioStep) {
+             ioStep.Click(QStringLiteral("Non-Uniform"))
+                 .Retype(QStringLiteral("horScaleNumberEdit"), QStringLiteral("120"))
+                 .Press(Qt::Key_Return);
+         }},
+        {QStringLiteral("Transform rotation"), QStringLiteral("TransformRotationDialog"), &OpenTransformRotation,
+         [](TestSupport::Step& ioStep) { ioStep.Type(QStringLiteral("degreesNumberEdit"), QStringLiteral("-12.5")).Press(Qt::Key_Return); }},
+        {QStringLiteral("Transform opacity"), QStringLiteral("TransformOpacityDialog"), &OpenTransformOpacity,
+         [](TestSupport::Step& ioStep) { ioStep.Type(QStringLiteral("opacityNumberEdit"), QStringLiteral("75")).Press(Qt::Key_Return); }},
+        {QStringLiteral("Font size"), QStringLiteral("FontSizeDialog"), &OpenFontSize,
+         [](TestSupport::Step& ioStep) { ioStep.Type(QStringLiteral("sizeNumberEdit"), QStringLiteral("36")).Press(Qt::Key_Return); }},
+        {QStringLiteral("Rename clip"), QStringLiteral("RenameClipDialog"), &OpenRenameClip,
+         [](TestSupport::Step& ioStep) { ioStep.Type(QStringLiteral("clipNameTextEdit"), QStringLiteral("Interview, take 2")).Press(Qt::Key_Return); }},
+        {QStringLiteral("New tape name"), QStringLiteral("NewTapeNameDialog"), &OpenNewTapeName,
+         [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Return); }},
+        {QStringLiteral("Set numbered marker"), QStringLiteral("SetNumberedMarkerDialog"), &OpenSetNumberedMarker,
+         [](TestSupport::Step& ioStep) { ioStep.Type(QStringLiteral("markerNameTextEdit"), QStringLiteral("Verse")).Press(Qt::Key_Return); }},
+        {QStringLiteral("Delete media (cleared, then cancelled)"), QStringLiteral("DeleteMediaDialog"), &OpenDeleteMedia,
+         [](TestSupport::Step& ioStep) { ioStep.Click(QStringLiteral("deleteMediaCheckbox")).Press(Qt::Key_Escape); }},
+        {QStringLiteral("Make offline"), QStringLiteral("ProjectMakeOfflineFileDialog"), &OpenProjectMakeOffline,
+         [](TestSupport::Step& ioStep) { ioStep.Click(QStringLiteral("deleteRadioButton")).Press(Qt::Key_Return); }},
+        {QStringLiteral("Fit clip"), QStringLiteral("FitClipDialog"), &OpenFitClip,
+         [](TestSupport::Step& ioStep) { ioStep.Click(QStringLiteral("trimClipsTailRadioButton")).Press(Qt::Key_Return); }},
     };
     return dialogs;
 }

@@ -34,6 +34,21 @@ struct DemoState {
     double y = 540.0;
     KOR::Time zeroPoint = KOR::Time::FromSeconds(3600);
     KOR::InterfaceRef<MatteParameters> matte{new MatteParameters};
+    double uniformScale = 100.0;
+    double horizontalScale = 100.0;
+    double verticalScale = 100.0;
+    bool uniformScaling = true;
+    double rotation = 0.0;
+    double opacity = 1.0;
+    double fontSize = 48.0;
+    std::wstring clipName = L"Interview 01";
+    std::wstring tapeName;
+    long markerNumber = 3;
+    std::wstring markerName = L"Chorus";
+    bool deleteMedia = false;
+    bool deleteOfflineFiles = false;
+    unsigned long fitClipOptions = 0xFC; // the clip is longer; every choice offered
+    unsigned long fitClipChoice = 0;
 };
 
 // One dialog the demo offers: how to open it and what it returned, and how the gallery's

@@ -28,6 +28,9 @@ public:
     // Gives a control made for this widget the values the script set.
     void InitializeNode(zelui::controls::UI_HotTextNumber& ioNode) const;
 
+    // What the widget shows: the control's text and its label.
+    QString DisplayText() const;
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -44,7 +47,6 @@ private:
     void CancelDrag();
     void Step(double inSteps, Qt::KeyboardModifiers inModifiers);
     double Factor(Qt::KeyboardModifiers inModifiers) const;
-    QString DisplayText() const;
 
     zelui::controls::UI_HotTextNumber* mNode = nullptr;
     double mValue = 0.0;

@@ -53,6 +53,16 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
              std::string("DLG::DoSequenceZeroPointDialog(KOR::Time&)"),
              std::string("DLG::GetTimecodeInfo(KOR::InterfaceRef<BE::IProject>)"),
              std::string("DLG::CreateNotifyingTimecodeControlInfo(KOR::InterfaceRef<BE::IProject>)"),
+             std::string("DLG::TransformScale::DoTransformScaleDialog(double&, double&, double&, bool&)"),
+             std::string("DLG::TransformRotation::DoTransformRotationDialog(double&)"),
+             std::string("DLG::TransformOpacity::DoTransformOpacityDialog(double&)"),
+             std::string("DLG::FontSize::DoFontSizeDialog(double&)"),
+             "DLG::DoRenameClipDialog(" + wstring + "&)",
+             "DLG::DoNewTapeNameDialog(" + wstring + ", " + wstring + "&)",
+             "DLG::SetNumberedMarker::DoSetNumberedMarkerDialog(long, " + wstring + "&)",
+             std::string("DLG::DeleteMedia::DoDeleteMediaDialog(bool&)"),
+             std::string("DLG::DoProjectMakeOfflineFileDialog(bool&)"),
+             std::string("DLG::DoFitClipDialog(unsigned long, unsigned long&)"),
          }) {
         EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;
     }

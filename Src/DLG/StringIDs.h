@@ -7,5 +7,9 @@ inline constexpr unsigned int kStr_ScriptMissingCaption = 11152;
 inline constexpr unsigned int kStr_ScriptMissingText = 11153;
 inline constexpr unsigned int kStr_ColorMatteNameCaption = 11300;
 inline constexpr unsigned int kStr_ColorMatteNameEmpty = 11301;
+inline constexpr unsigned int kStr_RenameClipCaption = 11185;
+inline constexpr unsigned int kStr_RenameClipEmptyName = 11186;
+inline constexpr unsigned int kStr_FitClipLonger = 11242;
+inline constexpr unsigned int kStr_FitClipShorter = 11243;
 
 } // namespace DLG

@@ -2,9 +2,13 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QDialog>
 #include <QMessageBox>
 #include <QMouseEvent>
+#include <QRadioButton>
+#include <QStyle>
+#include <QStyleOptionButton>
 #include <QTest>
 
 #include <cstdlib>
@@ -42,6 +46,21 @@ QWidget* FocusByClick(QWidget* inControl)
         focus = inControl->window()->focusWidget();
     }
     return focus && (focus == inControl || inControl->isAncestorOf(focus)) ? focus : inControl;
+}
+
+// Where a person clicks a control: a check box or radio button on its indicator, since a wide
+// one is blank past its label; anything else in the middle.
+QPoint ClickPoint(const QWidget& inControl)
+{
+    QStyleOptionButton option;
+    option.initFrom(&inControl);
+    if (qobject_cast<const QRadioButton*>(&inControl)) {
+        return inControl.style()->subElementRect(QStyle::SE_RadioButtonIndicator, &option, &inControl).center();
+    }
+    if (qobject_cast<const QCheckBox*>(&inControl)) {
+        return inControl.style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, &inControl).center();
+    }
+    return inControl.rect().center();
 }
 
 QWidget* FocusTarget(QWidget& inWindow)
@@ -97,7 +116,7 @@ Step& Step::Click(const QString& inControl)
 {
     mActions.push_back([inControl](QWidget& inWindow, QStringList& outFailures) {
         if (QWidget* control = FindControl(inWindow, inControl, outFailures)) {
-            QTest::mouseClick(control, Qt::LeftButton);
+            QTest::mouseClick(control, Qt::LeftButton, Qt::NoModifier, ClickPoint(*control));
         }
     });
     return *this;
