@@ -1,5 +1,6 @@
 #include "DemoDialogs.h"
 
+#include "DLG/ClipSpeedDialogImpl.h"
 #include "DLG/Module.h"
 #include "DLG/SequenceZeroPointDialog.h"
 #include "DLG/TestVrelDialog.h"
@@ -39,6 +40,23 @@ QString OpenSequenceZeroPoint(DemoState& ioState, HostQt::Workspace&)
 
 QString OpenTestVrel(DemoState&, HostQt::Workspace&) { return Returned(DLG::DoTestVrelDialog()); }
 
+QString OnOff(bool inOn) { return inOn ? QStringLiteral("on") : QStringLiteral("off"); }
+
+QString OpenClipSpeed(DemoState& ioState, HostQt::Workspace&)
+{
+    DemoClip& clip = ioState.clip;
+    const bool confirmed = DLG::ClipSpeedDialog::DoClipSpeedDialog(
+        nullptr, DLG::GetCurrentProject(), clip.speedPercent, clip.duration, clip.reference, clip.reverse,
+        clip.maintainPitch, clip.ganged, true, true, true);
+    return Returned(confirmed) + QStringLiteral("; \"%1\" at %2 %, %3 s, reverse %4, keep pitch %5, %6")
+                                     .arg(QString::fromStdWString(clip.name))
+                                     .arg(clip.speedPercent, 0, 'f', 2)
+                                     .arg(clip.duration.Seconds(), 0, 'f', 3)
+                                     .arg(OnOff(clip.reverse), OnOff(clip.maintainPitch),
+                                          clip.ganged ? QStringLiteral("duration follows speed")
+                                                      : QStringLiteral("duration kept"));
+}
+
 } // namespace
 
 const std::vector<DemoDialog>& DemoDialogs()
@@ -56,6 +74,12 @@ const std::vector<DemoDialog>& DemoDialogs()
          }},
         {QStringLiteral("Layout script test"), QStringLiteral("TestVrelDialog"), &OpenTestVrel,
          [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Escape); }},
+        {QStringLiteral("Clip speed"), QStringLiteral("ClipSpeedDialog"), &OpenClipSpeed,
+         [](TestSupport::Step& ioStep) {
+             ioStep.Type(QStringLiteral("clipSpeedReplacement"), QStringLiteral("50"))
+                 .Press(Qt::Key_Return)
+                 .Press(Qt::Key_Return);
+         }},
     };
     return dialogs;
 }

@@ -28,12 +28,24 @@ private:
     std::wstring mName = L"Color Matte";
 };
 
+// A clip of the sample project as the clip speed dialog edits it: 10 s of 29.97 video.
+struct DemoClip {
+    std::wstring name = L"Harbour at dawn.mov";
+    KOR::Time reference{300, KOR::kFrameRate_NTSC2997};
+    double speedPercent = 100.0;
+    KOR::Time duration = reference;
+    bool reverse = false;
+    bool maintainPitch = true;
+    bool ganged = true;
+};
+
 // The caller's values that the demo hands to the dialogs and shows after each call.
 struct DemoState {
     double x = 960.0;
     double y = 540.0;
     KOR::Time zeroPoint = KOR::Time::FromSeconds(3600);
     KOR::InterfaceRef<MatteParameters> matte{new MatteParameters};
+    DemoClip clip;
 };
 
 // One dialog the demo offers: how to open it and what it returned, and how the gallery's

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QPainter>
@@ -23,6 +24,8 @@ namespace {
 
 constexpr int kDragThreshold = 3; // pixels before a press becomes a drag
 
+} // namespace
+
 unsigned int Modifiers(Qt::KeyboardModifiers inModifiers)
 {
     unsigned int modifiers = 0;
@@ -40,6 +43,8 @@ unsigned int Modifiers(Qt::KeyboardModifiers inModifiers)
     }
     return modifiers;
 }
+
+namespace {
 
 int KeyCode(int inKey)
 {
@@ -61,6 +66,8 @@ int KeyCode(int inKey)
     }
 }
 
+} // namespace
+
 zelui::ui::KeyboardEvent ToKeyboardEvent(const QKeyEvent& inEvent)
 {
     zelui::ui::KeyboardEvent event;
@@ -75,6 +82,8 @@ zelui::ui::KeyboardEvent ToKeyboardEvent(const QKeyEvent& inEvent)
     }
     return event;
 }
+
+namespace {
 
 // Hands every key of a text field to its node first.
 class KeyForwarder : public QObject {
@@ -359,6 +368,13 @@ UI_HotTextNumber::UI_HotTextNumber(UI_HotTextNumber& inReplaced)
         widget->setParent(old->parentWidget());
         widget->setObjectName(old->objectName() + QStringLiteral("Replacement"));
         widget->setGeometry(old->geometry());
+        widget->setAccessibleName(old->accessibleName());
+        QWidget::setTabOrder(old, widget);
+        for (QLabel* label : old->window()->findChildren<QLabel*>()) {
+            if (label->buddy() == old) {
+                label->setBuddy(widget);
+            }
+        }
         if (old->parentWidget()) {
             for (QLayout* layout : old->parentWidget()->findChildren<QLayout*>()) {
                 if (layout->indexOf(old) >= 0) {

@@ -21,12 +21,16 @@ class HotTextNumberWidget : public QWidget {
     Q_PROPERTY(int decimals MEMBER mDecimals)
     Q_PROPERTY(double increment MEMBER mIncrement)
     Q_PROPERTY(QString label MEMBER mLabel)
+    Q_PROPERTY(QString displayText READ DisplayText)
 public:
     explicit HotTextNumberWidget(QWidget* inParent = nullptr);
 
     void SetNode(zelui::controls::UI_HotTextNumber* inNode);
     // Gives a control made for this widget the values the script set.
     void InitializeNode(zelui::controls::UI_HotTextNumber& ioNode) const;
+
+    // The text shown, its label included.
+    QString DisplayText() const;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -44,7 +48,6 @@ private:
     void CancelDrag();
     void Step(double inSteps, Qt::KeyboardModifiers inModifiers);
     double Factor(Qt::KeyboardModifiers inModifiers) const;
-    QString DisplayText() const;
 
     zelui::controls::UI_HotTextNumber* mNode = nullptr;
     double mValue = 0.0;

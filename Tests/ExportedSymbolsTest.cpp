@@ -53,6 +53,8 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
              std::string("DLG::DoSequenceZeroPointDialog(KOR::Time&)"),
              std::string("DLG::GetTimecodeInfo(KOR::InterfaceRef<BE::IProject>)"),
              std::string("DLG::CreateNotifyingTimecodeControlInfo(KOR::InterfaceRef<BE::IProject>)"),
+             std::string("DLG::ClipSpeedDialog::DoClipSpeedDialog(UIF::Commander*, KOR::InterfaceRef<BE::IProject>, "
+                         "double&, KOR::Time&, KOR::Time const&, bool&, bool&, bool&, bool, bool, bool)"),
          }) {
         EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;
     }

@@ -7,5 +7,7 @@ inline constexpr unsigned int kStr_ScriptMissingCaption = 11152;
 inline constexpr unsigned int kStr_ScriptMissingText = 11153;
 inline constexpr unsigned int kStr_ColorMatteNameCaption = 11300;
 inline constexpr unsigned int kStr_ColorMatteNameEmpty = 11301;
+inline constexpr unsigned int kStr_ClipSpeedLinked = 11400;
+inline constexpr unsigned int kStr_ClipSpeedUnlinked = 11401;
 
 } // namespace DLG
