@@ -1,7 +1,6 @@
 #include "DLG/ClipSpeedDialogImpl.h"
 
 #include <algorithm>
-#include <cfenv>
 #include <cmath>
 #include <limits>
 
@@ -62,15 +61,15 @@ std::int64_t ScaledQuotient(std::int64_t inTicks, double inMultiplier, std::int6
         mantissa >>= 1;
         ++exponent;
     }
+    // multiplier = mantissa x 2^exponent: the power of two goes above or below the line.
     constexpr int kMaxShift = 62;
     Int128 numerator = 0;
     Int128 denominator = inDivisor;
+    Int128& scaled = exponent > 0 ? numerator : denominator;
     const bool fits = std::abs(exponent) <= kMaxShift &&
                       !__builtin_mul_overflow(static_cast<Int128>(inTicks), static_cast<Int128>(mantissa), &numerator) &&
                       !__builtin_mul_overflow(numerator, static_cast<Int128>(kHundredthsPerFactor), &numerator) &&
-                      !__builtin_mul_overflow(exponent > 0 ? numerator : denominator,
-                                              static_cast<Int128>(1) << std::abs(exponent),
-                                              exponent > 0 ? &numerator : &denominator);
+                      !__builtin_mul_overflow(scaled, static_cast<Int128>(1) << std::abs(exponent), &scaled);
     if (fits) {
         return ToInt64(RoundedQuotient(numerator, denominator));
     }
@@ -207,9 +206,8 @@ using zelui::controls::UI_HotTextNumber;
 
 constexpr const wchar_t* kLinkedImage = L"GangLinked";
 constexpr const wchar_t* kUnlinkedImage = L"GangUnlinked";
-// The images' own proportions, 1 wide to 2 high.
-constexpr int kImageWidth = 12;
-constexpr int kImageHeight = 24;
+// The images are twice as high as wide.
+constexpr int kImageAspect = 2;
 constexpr double kRateMultiplier = 1.0;
 // The speed in the same size as the time control's duration beside it.
 constexpr double kFieldFontSize = 11.0;
@@ -235,13 +233,9 @@ bool ReadGanged()
 zelui::ui::Rect ImageRect(const zelui::ui::Rect& inBounds)
 {
     constexpr int kInset = 3;
-    const int width = std::max(0, inBounds.width - 2 * kInset);
-    const int height = std::max(0, inBounds.height - 2 * kInset);
-    const int scale = std::max(1, std::min(width / kImageWidth, height / kImageHeight));
-    const int imageWidth = std::min(width, kImageWidth * scale);
-    const int imageHeight = std::min(height, kImageHeight * scale);
-    return {inBounds.left + (inBounds.width - imageWidth) / 2, inBounds.top + (inBounds.height - imageHeight) / 2,
-            imageWidth, imageHeight};
+    const int width = std::max(0, std::min(inBounds.width - 2 * kInset, (inBounds.height - 2 * kInset) / kImageAspect));
+    const int height = width * kImageAspect;
+    return {inBounds.left + (inBounds.width - width) / 2, inBounds.top + (inBounds.height - height) / 2, width, height};
 }
 
 } // namespace
