@@ -412,24 +412,27 @@ bool DoClipSpeedDialog(UIF::Commander* inCommander, KOR::InterfaceRef<BE::IProje
     if (!workspace) {
         return false;
     }
+    // The dialog makes the focused panel's commander the target; the caller's gets it back
+    // however the dialog ends.
+    struct GiveTargetBack {
+        UIF::Commander* mCommander;
+        ~GiveTargetBack()
+        {
+            if (mCommander) {
+                mCommander->SwitchTarget();
+            }
+        }
+    } giveTargetBack{inCommander};
     // Without a duration to change, the speed changes alone whatever the remembered gang says.
     const bool ganged = inEnableDuration && ReadGanged();
-    bool confirmed = false;
     ClipSpeedValues values{ioSpeedPercent, ioDuration, ioReverse, ioMaintainPitch, ganged};
-    {
-        ClipSpeedDialogImpl dialog(*workspace, inProject, values, inReferenceDuration,
-                                   {inEnableReverse, inEnablePitch, inEnableDuration});
-        dialog.Run(script);
-        confirmed = !dialog.WasCancelled();
-        values = dialog.Result();
-    }
-    // The dialog made the focused panel's commander the target; the caller's gets it back.
-    if (inCommander) {
-        inCommander->SwitchTarget();
-    }
-    if (!confirmed) {
+    ClipSpeedDialogImpl dialog(*workspace, inProject, values, inReferenceDuration,
+                               {inEnableReverse, inEnablePitch, inEnableDuration});
+    dialog.Run(script);
+    if (dialog.WasCancelled()) {
         return false;
     }
+    values = dialog.Result();
     ioSpeedPercent = values.speedPercent;
     ioDuration = values.duration;
     ioReverse = values.reverse;

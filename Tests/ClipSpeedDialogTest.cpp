@@ -528,7 +528,12 @@ TEST(ClipSpeedDialog, EveryFocusableControlHasANameAndTheTabOrderFollowsTheLayou
     ScriptedUser user;
     QStringList order;
     user.On(kDialog)
-        .Inspect([&](QWidget&) {
+        .Inspect([&](QWidget& inWindow) {
+            for (const char* label : {"speedStaticText", "durationTimecodeStaticText"}) {
+                const QWidget* buddy = inWindow.findChild<QLabel*>(QLatin1String(label))->buddy();
+                ASSERT_NE(buddy, nullptr) << label;
+                EXPECT_TRUE(buddy->isVisible()) << label << " points at the field that shows";
+            }
             QWidget* const start = QApplication::focusWidget();
             ASSERT_NE(start, nullptr);
             QWidget* current = start;
@@ -549,7 +554,7 @@ TEST(ClipSpeedDialog, EveryFocusableControlHasANameAndTheTabOrderFollowsTheLayou
                                    QStringLiteral("cancelButton")));
 }
 
-TEST(ClipSpeedDialog, TheCallersCommanderGetsTheCommandsBack)
+TEST(ClipSpeedDialog, TheCallersCommanderGetsTheCommandsBackHoweverTheDialogEnds)
 {
     TestHost host;
     HostQt::TabView timeline(host.Workspace(), L"Timeline", host.Workspace().MainCommander());
@@ -562,6 +567,14 @@ TEST(ClipSpeedDialog, TheCallersCommanderGetsTheCommandsBack)
     caller.commander = &timeline;
     EXPECT_FALSE(caller.Run());
     EXPECT_THAT(user.Finish(), IsEmpty());
+    EXPECT_EQ(host.Workspace().CommandTarget(), &timeline);
+
+    host.Workspace().SetCommandTarget(nullptr);
+    KOR::Services().backend = nullptr;
+    ScriptedUser failing;
+    failing.On(kDialog).Click(kGang);
+    EXPECT_THROW(caller.Run(), zelcore::Error);
+    EXPECT_THAT(failing.Finish(), IsEmpty());
     EXPECT_EQ(host.Workspace().CommandTarget(), &timeline);
 }
 
