@@ -1,5 +1,8 @@
 #include "DemoDialogs.h"
 
+#include <stdexcept>
+
+#include "DLG/ClipSpeedDialogImpl.h"
 #include "DLG/Module.h"
 #include "DLG/SequenceZeroPointDialog.h"
 #include "DLG/TestVrelDialog.h"
@@ -118,6 +121,23 @@ QString OpenFitClip(DemoState& ioState, HostQt::Workspace&)
     return Returned(confirmed) + QStringLiteral("; choice = 0x%1").arg(ioState.fitClipChoice, 0, 16);
 }
 
+QString OnOff(bool inOn) { return inOn ? QStringLiteral("on") : QStringLiteral("off"); }
+
+QString OpenClipSpeed(DemoState& ioState, HostQt::Workspace&)
+{
+    DemoClip& clip = ioState.clip;
+    const bool confirmed = DLG::ClipSpeedDialog::DoClipSpeedDialog(
+        nullptr, DLG::GetCurrentProject(), clip.speedPercent, clip.duration, clip.reference, clip.reverse,
+        clip.maintainPitch, clip.ganged, true, true, true);
+    return Returned(confirmed) + QStringLiteral("; \"%1\" at %2 %, %3 s, reverse %4, keep pitch %5, %6")
+                                     .arg(QString::fromStdWString(clip.name))
+                                     .arg(clip.speedPercent, 0, 'f', 2)
+                                     .arg(clip.duration.Seconds(), 0, 'f', 3)
+                                     .arg(OnOff(clip.reverse), OnOff(clip.maintainPitch),
+                                          clip.ganged ? QStringLiteral("duration follows speed")
+                                                      : QStringLiteral("duration kept"));
+}
+
 } // namespace
 
 const std::vector<DemoDialog>& DemoDialogs()
@@ -159,8 +179,24 @@ const std::vector<DemoDialog>& DemoDialogs()
          [](TestSupport::Step& ioStep) { ioStep.Click(QStringLiteral("deleteRadioButton")).Press(Qt::Key_Return); }},
         {QStringLiteral("Fit clip"), QStringLiteral("FitClipDialog"), &OpenFitClip,
          [](TestSupport::Step& ioStep) { ioStep.Click(QStringLiteral("trimClipsTailRadioButton")).Press(Qt::Key_Return); }},
+        {QStringLiteral("Clip speed"), QStringLiteral("ClipSpeedDialog"), &OpenClipSpeed,
+         [](TestSupport::Step& ioStep) {
+             ioStep.Type(QStringLiteral("clipSpeedReplacement"), QStringLiteral("50"))
+                 .Press(Qt::Key_Return)
+                 .Press(Qt::Key_Return);
+         }},
     };
     return dialogs;
+}
+
+const DemoDialog& FindDemoDialog(const QString& inWindow)
+{
+    for (const DemoDialog& dialog : DemoDialogs()) {
+        if (dialog.window == inWindow) {
+            return dialog;
+        }
+    }
+    throw std::out_of_range("no demo dialog named " + inWindow.toStdString());
 }
 
 } // namespace Demo

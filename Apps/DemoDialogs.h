@@ -28,6 +28,17 @@ private:
     std::wstring mName = L"Color Matte";
 };
 
+// A clip of the sample project as the clip speed dialog edits it: 10 s of 29.97 video.
+struct DemoClip {
+    std::wstring name = L"Harbour at dawn.mov";
+    KOR::Time reference{300, KOR::kFrameRate_NTSC2997};
+    double speedPercent = 100.0;
+    KOR::Time duration = reference;
+    bool reverse = false;
+    bool maintainPitch = true;
+    bool ganged = true;
+};
+
 // The caller's values that the demo hands to the dialogs and shows after each call.
 struct DemoState {
     double x = 960.0;
@@ -49,6 +60,7 @@ struct DemoState {
     bool deleteOfflineFiles = false;
     unsigned long fitClipOptions = 0xFC; // the clip is longer; every choice offered
     unsigned long fitClipChoice = 0;
+    DemoClip clip;
 };
 
 // One dialog the demo offers: how to open it and what it returned, and how the gallery's
@@ -61,5 +73,7 @@ struct DemoDialog {
 };
 
 const std::vector<DemoDialog>& DemoDialogs();
+// The demo's dialog whose window is named inWindow; throws when there is none.
+const DemoDialog& FindDemoDialog(const QString& inWindow);
 
 } // namespace Demo

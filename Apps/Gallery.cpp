@@ -46,7 +46,7 @@ std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorks
                            [&dialog, &ioState, &inWorkspace] { return dialog.open(ioState, inWorkspace); }});
     }
     // How a refused value looks: the colour matte dialog asked to take an empty name.
-    const DemoDialog& matte = DemoDialogs()[1];
+    const DemoDialog& matte = FindDemoDialog(QStringLiteral("ColorMatteNameDialog"));
     entries.push_back({QStringLiteral("Color matte name, empty name refused"),
                        [](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
                            ioUser.On(QStringLiteral("ColorMatteNameDialog"))
@@ -58,6 +58,18 @@ std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorks
                            ioUser.On(QStringLiteral("ColorMatteNameDialog")).Press(Qt::Key_Escape);
                        },
                        [&matte, &ioState, &inWorkspace] { return matte.open(ioState, inWorkspace); }});
+    // The clip speed dialog unlinked: a new speed leaves the duration as it was.
+    const DemoDialog& clipSpeed = FindDemoDialog(QStringLiteral("ClipSpeedDialog"));
+    entries.push_back({QStringLiteral("Clip speed, unlinked"),
+                       [](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+                           ioUser.On(QStringLiteral("ClipSpeedDialog"))
+                               .Click(QStringLiteral("gangSubView"))
+                               .Type(QStringLiteral("clipSpeedReplacement"), QStringLiteral("200"))
+                               .Press(Qt::Key_Return)
+                               .Grab(inDir.filePath(QStringLiteral("ClipSpeedDialog-Unlinked.png")))
+                               .Press(Qt::Key_Return);
+                       },
+                       [&clipSpeed, &ioState, &inWorkspace] { return clipSpeed.open(ioState, inWorkspace); }});
     return entries;
 }
 

@@ -24,6 +24,8 @@ namespace {
 
 constexpr int kDragThreshold = 3; // pixels before a press becomes a drag
 
+} // namespace
+
 unsigned int Modifiers(Qt::KeyboardModifiers inModifiers)
 {
     unsigned int modifiers = 0;
@@ -41,6 +43,8 @@ unsigned int Modifiers(Qt::KeyboardModifiers inModifiers)
     }
     return modifiers;
 }
+
+namespace {
 
 int KeyCode(int inKey)
 {
@@ -62,6 +66,8 @@ int KeyCode(int inKey)
     }
 }
 
+} // namespace
+
 zelui::ui::KeyboardEvent ToKeyboardEvent(const QKeyEvent& inEvent)
 {
     zelui::ui::KeyboardEvent event;
@@ -76,6 +82,8 @@ zelui::ui::KeyboardEvent ToKeyboardEvent(const QKeyEvent& inEvent)
     }
     return event;
 }
+
+namespace {
 
 // Hands every key of a text field to its node first.
 class KeyForwarder : public QObject {

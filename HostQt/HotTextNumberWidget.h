@@ -21,6 +21,7 @@ class HotTextNumberWidget : public QWidget {
     Q_PROPERTY(int decimals MEMBER mDecimals)
     Q_PROPERTY(double increment MEMBER mIncrement)
     Q_PROPERTY(QString label MEMBER mLabel)
+    Q_PROPERTY(QString displayText READ DisplayText)
 public:
     explicit HotTextNumberWidget(QWidget* inParent = nullptr);
 

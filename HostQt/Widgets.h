@@ -5,7 +5,10 @@
 
 #include <functional>
 
+#include "zelui/Events.h"
+
 class QAbstractButton;
+class QKeyEvent;
 
 namespace zelui::ui {
 class UI_Dialog;
@@ -43,6 +46,10 @@ private:
 // Runs a handler of the module from Qt's event delivery: an exception it throws is kept by the
 // innermost HandlerScope instead of unwinding through Qt.
 void Guarded(const std::function<void()>& inHandler);
+
+// The host's modifier bits and key event for Qt's.
+unsigned int Modifiers(Qt::KeyboardModifiers inModifiers);
+zelui::ui::KeyboardEvent ToKeyboardEvent(const QKeyEvent& inEvent);
 
 // Makes inWidget hand its keys to ioNode's keyboard hook first.
 void InstallKeyForwarder(zelui::controls::UI_TextEdit& ioNode, QWidget* inWidget);

@@ -63,6 +63,8 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
              std::string("DLG::DeleteMedia::DoDeleteMediaDialog(bool&)"),
              std::string("DLG::DoProjectMakeOfflineFileDialog(bool&)"),
              std::string("DLG::DoFitClipDialog(unsigned long, unsigned long&)"),
+             std::string("DLG::ClipSpeedDialog::DoClipSpeedDialog(UIF::Commander*, KOR::InterfaceRef<BE::IProject>, "
+                         "double&, KOR::Time&, KOR::Time const&, bool&, bool&, bool&, bool, bool, bool)"),
          }) {
         EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;
     }

@@ -11,5 +11,7 @@ inline constexpr unsigned int kStr_RenameClipCaption = 11185;
 inline constexpr unsigned int kStr_RenameClipEmptyName = 11186;
 inline constexpr unsigned int kStr_FitClipLonger = 11242;
 inline constexpr unsigned int kStr_FitClipShorter = 11243;
+inline constexpr unsigned int kStr_ClipSpeedLinked = 11400;
+inline constexpr unsigned int kStr_ClipSpeedUnlinked = 11401;
 
 } // namespace DLG

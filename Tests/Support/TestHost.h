@@ -44,6 +44,8 @@ public:
     void UseScripts(const QString& inDirectory);
     // A folder of its own for scripts that a test writes.
     QString ScratchDirectory() const { return mScratch.path(); }
+    // Where the backend keeps its properties file, "Backend.json".
+    QString SettingsDirectory() const { return mSettings.path(); }
     void WriteScript(const QString& inFileName, const QByteArray& inContents) const;
 
     HostCounts Counts() const;
