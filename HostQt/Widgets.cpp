@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTextEdit>
 
@@ -183,6 +184,9 @@ zelui::ui::UI_NodePtr MakeControlNode(QWidget* inWidget)
     if (qobject_cast<QLabel*>(inWidget)) {
         return new UI_StaticText(std::move(peer));
     }
+    if (qobject_cast<QProgressBar*>(inWidget)) {
+        return new UI_ProgressBar(std::move(peer));
+    }
     return new zelui::ui::UI_Node(std::move(peer));
 }
 
@@ -327,6 +331,19 @@ void UI_Button::Press()
     }
 }
 
+bool UI_Button::IsChecked() const
+{
+    const auto* button = PeerWidget<QAbstractButton>(this);
+    return button && button->isChecked();
+}
+
+void UI_Button::SetChecked(bool inChecked)
+{
+    if (auto* button = PeerWidget<QAbstractButton>(this)) {
+        button->setChecked(inChecked);
+    }
+}
+
 UI_StaticText::~UI_StaticText() = default;
 
 void UI_StaticText::SetText(const std::wstring& inText)
@@ -427,6 +444,34 @@ void UI_NumberEdit::SetDecimalPlaces(int inPlaces)
     if (auto* edit = PeerWidget<HostQt::NumberEditWidget>(this)) {
         edit->setDecimals(inPlaces);
     }
+}
+
+UI_ProgressBar::~UI_ProgressBar() = default;
+
+void UI_ProgressBar::SetRange(int inMinimum, int inMaximum)
+{
+    if (auto* bar = PeerWidget<QProgressBar>(this)) {
+        bar->setRange(inMinimum, inMaximum);
+    }
+}
+
+int UI_ProgressBar::GetMaximum() const
+{
+    const auto* bar = PeerWidget<QProgressBar>(this);
+    return bar ? bar->maximum() : 0;
+}
+
+void UI_ProgressBar::SetValue(int inValue)
+{
+    if (auto* bar = PeerWidget<QProgressBar>(this)) {
+        bar->setValue(inValue);
+    }
+}
+
+int UI_ProgressBar::GetValue() const
+{
+    const auto* bar = PeerWidget<QProgressBar>(this);
+    return bar ? bar->value() : 0;
 }
 
 } // namespace controls

@@ -36,6 +36,9 @@ public:
     ~UI_Button() override;
     // Presses the button as a click would.
     void Press();
+    // A checkable button (a disclosure triangle, a check box) and whether it is checked.
+    bool IsChecked() const;
+    void SetChecked(bool inChecked);
 };
 
 class HOST_API UI_StaticText : public UI_Control {
@@ -73,6 +76,17 @@ public:
     void SelectAll();
     void SetRange(double inMinimum, double inMaximum);
     void SetDecimalPlaces(int inPlaces);
+};
+
+// A bar that fills from its minimum to its maximum as an operation goes on.
+class HOST_API UI_ProgressBar : public UI_Control {
+public:
+    using UI_Control::UI_Control;
+    ~UI_ProgressBar() override;
+    void SetRange(int inMinimum, int inMaximum);
+    int GetMaximum() const;
+    void SetValue(int inValue);
+    int GetValue() const;
 };
 
 } // namespace zelui::controls
