@@ -53,6 +53,9 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
              std::string("DLG::DoSequenceZeroPointDialog(KOR::Time&)"),
              std::string("DLG::GetTimecodeInfo(KOR::InterfaceRef<BE::IProject>)"),
              std::string("DLG::CreateNotifyingTimecodeControlInfo(KOR::InterfaceRef<BE::IProject>)"),
+             "DLG::ProgressDialog::DoProgressDialog(" + wstring +
+                 " const&, KOR::InterfaceRef<KOR::IBatchOperation>, void*)",
+             std::string("DLG::RenderProgress::DoRenderProgressDialog(KOR::InterfaceRef<KOR::IBatchOperation>)"),
          }) {
         EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;
     }
