@@ -1,6 +1,8 @@
 #include "DemoDialogs.h"
 
 #include "DLG/Module.h"
+#include "DLG/ProgressDialog.h"
+#include "DLG/RenderProgressDialog.h"
 #include "DLG/SequenceZeroPointDialog.h"
 #include "DLG/TestVrelDialog.h"
 #include "DLG/TransformPositionDialog.h"
@@ -39,6 +41,25 @@ QString OpenSequenceZeroPoint(DemoState& ioState, HostQt::Workspace&)
 
 QString OpenTestVrel(DemoState&, HostQt::Workspace&) { return Returned(DLG::DoTestVrelDialog()); }
 
+QString OpenRenderMedia(DemoState& ioState, HostQt::Workspace&)
+{
+    const KOR::InterfaceRef<RenderMediaOperation> operation(
+        new RenderMediaOperation(ioState.mediaFolder, ioState.renderSeconds, std::exchange(ioState.pause, nullptr)));
+    operation->Start();
+    const bool finished = DLG::RenderProgress::DoRenderProgressDialog(operation);
+    return Returned(finished) + QStringLiteral("; ") + operation->Report().join(QStringLiteral("; "));
+}
+
+QString OpenVerifyMedia(DemoState& ioState, HostQt::Workspace& inWorkspace)
+{
+    const KOR::InterfaceRef<VerifyMediaOperation> operation(
+        new VerifyMediaOperation(ioState.mediaFolder, std::exchange(ioState.pause, nullptr)));
+    operation->Start();
+    const bool finished = DLG::ProgressDialog::DoProgressDialog(
+        L"Verifying media", operation, KOR::HWNDFromNode(inWorkspace.GetMainTopLevelWindow()));
+    return Returned(finished) + QStringLiteral("; ") + operation->Report().join(QStringLiteral("; "));
+}
+
 } // namespace
 
 const std::vector<DemoDialog>& DemoDialogs()
@@ -56,6 +77,8 @@ const std::vector<DemoDialog>& DemoDialogs()
          }},
         {QStringLiteral("Layout script test"), QStringLiteral("TestVrelDialog"), &OpenTestVrel,
          [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Escape); }},
+        {QStringLiteral("Render sample media"), QStringLiteral("RenderProgressDialog"), &OpenRenderMedia, {}},
+        {QStringLiteral("Verify media"), QStringLiteral("ProgressDialog"), &OpenVerifyMedia, {}},
     };
     return dialogs;
 }

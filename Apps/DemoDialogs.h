@@ -8,6 +8,7 @@
 #include "BE/ColorMatte.h"
 #include "KOR/InterfaceRef.h"
 #include "KOR/Time.h"
+#include "MediaOperations.h"
 
 namespace TestSupport {
 class Step;
@@ -34,6 +35,11 @@ struct DemoState {
     double y = 540.0;
     KOR::Time zeroPoint = KOR::Time::FromSeconds(3600);
     KOR::InterfaceRef<MatteParameters> matte{new MatteParameters};
+    // Where the sample project's media are rendered and verified, and how long each clip lasts.
+    QString mediaFolder;
+    int renderSeconds = 300;
+    // Set by the gallery: the next operation holds there until the gallery releases it.
+    std::shared_ptr<PauseGate> pause;
 };
 
 // One dialog the demo offers: how to open it and what it returned, and how the gallery's
@@ -42,7 +48,7 @@ struct DemoDialog {
     QString title;
     QString window; // the dialog window's name, as the scripted user finds it
     std::function<QString(DemoState&, HostQt::Workspace&)> open;
-    std::function<void(TestSupport::Step&)> galleryAnswer;
+    std::function<void(TestSupport::Step&)> galleryAnswer; // none: the gallery shows it its own way
 };
 
 const std::vector<DemoDialog>& DemoDialogs();
