@@ -4,6 +4,8 @@
 
 #include "DLG/ClipSpeedDialogImpl.h"
 #include "DLG/Module.h"
+#include "DLG/ProgressDialog.h"
+#include "DLG/RenderProgressDialog.h"
 #include "DLG/SequenceZeroPointDialog.h"
 #include "DLG/TestVrelDialog.h"
 #include "DLG/TransformPositionDialog.h"
@@ -138,6 +140,25 @@ QString OpenClipSpeed(DemoState& ioState, HostQt::Workspace&)
                                                       : QStringLiteral("duration kept"));
 }
 
+QString OpenRenderMedia(DemoState& ioState, HostQt::Workspace&)
+{
+    const KOR::InterfaceRef<RenderMediaOperation> operation(
+        new RenderMediaOperation(ioState.mediaFolder, ioState.renderSeconds, std::exchange(ioState.pause, nullptr)));
+    operation->Start();
+    const bool finished = DLG::RenderProgress::DoRenderProgressDialog(operation);
+    return Returned(finished) + QStringLiteral("; ") + operation->Report().join(QStringLiteral("; "));
+}
+
+QString OpenVerifyMedia(DemoState& ioState, HostQt::Workspace& inWorkspace)
+{
+    const KOR::InterfaceRef<VerifyMediaOperation> operation(
+        new VerifyMediaOperation(ioState.mediaFolder, std::exchange(ioState.pause, nullptr)));
+    operation->Start();
+    const bool finished = DLG::ProgressDialog::DoProgressDialog(
+        L"Verifying media", operation, KOR::HWNDFromNode(inWorkspace.GetMainTopLevelWindow()));
+    return Returned(finished) + QStringLiteral("; ") + operation->Report().join(QStringLiteral("; "));
+}
+
 } // namespace
 
 const std::vector<DemoDialog>& DemoDialogs()
@@ -185,6 +206,8 @@ const std::vector<DemoDialog>& DemoDialogs()
                  .Press(Qt::Key_Return)
                  .Press(Qt::Key_Return);
          }},
+        {QStringLiteral("Render sample media"), QStringLiteral("RenderProgressDialog"), &OpenRenderMedia, {}},
+        {QStringLiteral("Verify media"), QStringLiteral("ProgressDialog"), &OpenVerifyMedia, {}},
     };
     return dialogs;
 }

@@ -8,6 +8,7 @@
 #include "BE/ColorMatte.h"
 #include "KOR/InterfaceRef.h"
 #include "KOR/Time.h"
+#include "MediaOperations.h"
 
 namespace TestSupport {
 class Step;
@@ -61,6 +62,11 @@ struct DemoState {
     unsigned long fitClipOptions = 0xFC; // the clip is longer; every choice offered
     unsigned long fitClipChoice = 0;
     DemoClip clip;
+    // Where the sample project's media are rendered and verified, and how long each clip lasts.
+    QString mediaFolder;
+    int renderSeconds = 300;
+    // Set by the gallery: the next operation holds there until the gallery releases it.
+    std::shared_ptr<PauseGate> pause;
 };
 
 // One dialog the demo offers: how to open it and what it returned, and how the gallery's
@@ -69,7 +75,7 @@ struct DemoDialog {
     QString title;
     QString window; // the dialog window's name, as the scripted user finds it
     std::function<QString(DemoState&, HostQt::Workspace&)> open;
-    std::function<void(TestSupport::Step&)> galleryAnswer;
+    std::function<void(TestSupport::Step&)> galleryAnswer; // none: the gallery shows it its own way
 };
 
 const std::vector<DemoDialog>& DemoDialogs();

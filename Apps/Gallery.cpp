@@ -1,12 +1,15 @@
 #include "Gallery.h"
 
 #include <QApplication>
+#include <QCoreApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QDir>
 #include <QFile>
 #include <QTest>
 #include <QTextStream>
+
+#include <algorithm>
 
 #include "DemoWindow.h"
 #include "ScriptedUser.h"
@@ -33,10 +36,52 @@ QString Attempt(const std::function<QString()>& inOpen)
     }
 }
 
+const DemoDialog& FindDialog(const QString& inTitle)
+{
+    const auto& dialogs = DemoDialogs();
+    return *std::find_if(dialogs.begin(), dialogs.end(), [&](const DemoDialog& inDialog) { return inDialog.title == inTitle; });
+}
+
+// Waits until the operation holds at its pause point and the dialog has shown what it posted
+// before it stopped.
+void UntilHeld(const std::shared_ptr<PauseGate>& inPause)
+{
+    if (!QTest::qWaitFor([&] { return inPause->IsHolding(); }, 30000)) {
+        qWarning("The operation never reached its pause point; its picture shows it elsewhere.");
+    }
+    QCoreApplication::processEvents();
+}
+
+// The operations' dialogs pictured half-way through their real work: the worker holds at 40 %
+// until the picture is taken. The render comes first, so that there is media to verify.
+void AddOperationEntries(std::vector<GalleryEntry>& ioEntries, DemoState& ioState, HostQt::Workspace& inWorkspace)
+{
+    constexpr float kHalfWay = 0.4f;
+    for (const char* title : {"Render sample media", "Verify media"}) {
+        const DemoDialog& dialog = FindDialog(QString::fromLatin1(title));
+        ioEntries.push_back({dialog.title,
+                             [&dialog, &ioState, kHalfWay](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+                                 auto pause = std::make_shared<PauseGate>(kHalfWay);
+                                 ioState.pause = pause;
+                                 TestSupport::Step& step = ioUser.On(dialog.window);
+                                 if (dialog.window == QLatin1String("RenderProgressDialog")) {
+                                     step.Click(QStringLiteral("disclosureTriangle"));
+                                 }
+                                 step.Inspect([pause](QWidget&) { UntilHeld(pause); })
+                                     .Grab(inDir.filePath(dialog.window + QStringLiteral(".png")))
+                                     .Inspect([pause](QWidget&) { pause->Release(); });
+                             },
+                             [&dialog, &ioState, &inWorkspace] { return dialog.open(ioState, inWorkspace); }});
+    }
+}
+
 std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorkspace)
 {
     std::vector<GalleryEntry> entries;
     for (const DemoDialog& dialog : DemoDialogs()) {
+        if (!dialog.galleryAnswer) {
+            continue;
+        }
         entries.push_back({dialog.title,
                            [&dialog](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
                                TestSupport::Step& step = ioUser.On(dialog.window);
@@ -70,6 +115,7 @@ std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorks
                                .Press(Qt::Key_Return);
                        },
                        [&clipSpeed, &ioState, &inWorkspace] { return clipSpeed.open(ioState, inWorkspace); }});
+    AddOperationEntries(entries, ioState, inWorkspace);
     return entries;
 }
 

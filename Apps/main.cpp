@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
 #include <QFile>
 #include <QGuiApplication>
 #include <QLocale>
@@ -18,6 +19,10 @@
 #include "zelcore/Error.h"
 
 namespace {
+
+// Long enough to watch the render and the verification in the window; short in the gallery.
+constexpr int kDemoRenderSeconds = 300;
+constexpr int kGalleryRenderSeconds = 10;
 
 BE::ProjectRef LoadSampleProject()
 {
@@ -40,6 +45,10 @@ int Run(QApplication& ioApp, const QCommandLineParser& inOptions)
     DLG::SetProject(project);
 
     Demo::DemoState state;
+    state.mediaFolder = gallery ? QDir(gallerySettings.path()).filePath(QStringLiteral("Sample media"))
+                                : QDir(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation))
+                                      .filePath(QStringLiteral("Sample media"));
+    state.renderSeconds = gallery ? kGalleryRenderSeconds : kDemoRenderSeconds;
     Demo::DemoWindow window(state, host.GetWorkspace(), project);
     host.SetMainWindow(&window);
     window.show();

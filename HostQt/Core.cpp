@@ -12,13 +12,11 @@
 #include <csignal>
 #include <cstdlib>
 #include <mutex>
-#include <set>
 
 #include "BE/Backend.h"
 #include "BE/ColorMatte.h"
 #include "BE/Project.h"
 #include "BE/ProjectSettings.h"
-#include "KOR/Stations.h"
 #include "KOR/Timecode.h"
 #include "UIF/KeyFilter.h"
 #include "UIF/Sound.h"
@@ -358,40 +356,6 @@ double StringToNumber(const std::wstring& inText)
 }
 
 } // namespace zelcore::utility
-
-namespace KOR {
-
-namespace {
-std::mutex gStationMutex;
-std::set<std::wstring>& Stations()
-{
-    static std::set<std::wstring> stations;
-    return stations;
-}
-} // namespace
-
-std::wstring StationRegistry::RegisterUniqueStation()
-{
-    static std::uint64_t next = 0;
-    std::lock_guard lock(gStationMutex);
-    std::wstring name = L"station." + std::to_wstring(++next);
-    Stations().insert(name);
-    return name;
-}
-
-void StationRegistry::DisposeStation(const std::wstring& inName)
-{
-    std::lock_guard lock(gStationMutex);
-    Stations().erase(inName);
-}
-
-bool StationRegistry::IsRegistered(const std::wstring& inName)
-{
-    std::lock_guard lock(gStationMutex);
-    return Stations().count(inName) != 0;
-}
-
-} // namespace KOR
 
 namespace BE {
 

@@ -23,6 +23,7 @@
 #include "HostQt/NodePeer.h"
 #include "HostQt/ReferenceHost.h"
 #include "HostQt/Workspace.h"
+#include "HostQt/WorkQueue.h"
 #include "KOR/Paths.h"
 #include "TL/AutoSave.h"
 #include "UIF/MessageBox.h"
@@ -236,6 +237,12 @@ public:
             }
         }
     }
+    bool HasModalWindow() const override { return QApplication::activeModalWidget() != nullptr; }
+    zelui::ui::UI_NodePtr GetModalWindow() const override
+    {
+        QWidget* modal = QApplication::activeModalWidget();
+        return modal ? new zelui::ui::UI_Node(std::make_unique<zelui::ui::NodePeer>(modal)) : nullptr;
+    }
 };
 
 // A contract failure breaks into the debugger only when TARVIX_BREAK_ON_CONTRACT is set.
@@ -406,6 +413,8 @@ struct ReferenceHost::Services {
     std::unique_ptr<SettingsBackendImpl> backend;
     NodeManager nodeManager;
     Debugger debugger;
+    SteadyClock clock;
+    WorkQueue workQueue;
 };
 
 ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_unique<Services>())
@@ -423,11 +432,18 @@ ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_u
     mTable.backend = mServices->backend.get();
     mTable.nodeManager = &mServices->nodeManager;
     mTable.debugger = &mServices->debugger;
+    mTable.workQueue = &mServices->workQueue;
+    mTable.clock = &mServices->clock;
     mPrevious = KOR::Services();
     KOR::Services() = mTable;
 }
 
-ReferenceHost::~ReferenceHost() { KOR::Services() = mPrevious; }
+// Requests still running end while every service is in place.
+ReferenceHost::~ReferenceHost()
+{
+    mServices->workQueue.Shutdown();
+    KOR::Services() = mPrevious;
+}
 
 void ReferenceHost::SetMainWindow(QWidget* inWindow) { mServices->workspace.SetMainWindow(inWindow); }
 

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTextEdit>
@@ -190,6 +191,9 @@ zelui::ui::UI_NodePtr MakeControlNode(QWidget* inWidget)
     }
     if (qobject_cast<QLabel*>(inWidget)) {
         return new UI_StaticText(std::move(peer));
+    }
+    if (qobject_cast<QProgressBar*>(inWidget)) {
+        return new UI_ProgressBar(std::move(peer));
     }
     return new zelui::ui::UI_Node(std::move(peer));
 }
@@ -452,6 +456,34 @@ void UI_NumberEdit::SetDecimalPlaces(int inPlaces)
     if (auto* edit = PeerWidget<HostQt::NumberEditWidget>(this)) {
         edit->setDecimals(inPlaces);
     }
+}
+
+UI_ProgressBar::~UI_ProgressBar() = default;
+
+void UI_ProgressBar::SetRange(int inMinimum, int inMaximum)
+{
+    if (auto* bar = PeerWidget<QProgressBar>(this)) {
+        bar->setRange(inMinimum, inMaximum);
+    }
+}
+
+int UI_ProgressBar::GetMaximum() const
+{
+    const auto* bar = PeerWidget<QProgressBar>(this);
+    return bar ? bar->maximum() : 0;
+}
+
+void UI_ProgressBar::SetValue(int inValue)
+{
+    if (auto* bar = PeerWidget<QProgressBar>(this)) {
+        bar->setValue(inValue);
+    }
+}
+
+int UI_ProgressBar::GetValue() const
+{
+    const auto* bar = PeerWidget<QProgressBar>(this);
+    return bar ? bar->value() : 0;
 }
 
 } // namespace controls

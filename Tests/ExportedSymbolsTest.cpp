@@ -65,6 +65,9 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
              std::string("DLG::DoFitClipDialog(unsigned long, unsigned long&)"),
              std::string("DLG::ClipSpeedDialog::DoClipSpeedDialog(UIF::Commander*, KOR::InterfaceRef<BE::IProject>, "
                          "double&, KOR::Time&, KOR::Time const&, bool&, bool&, bool&, bool, bool, bool)"),
+             "DLG::ProgressDialog::DoProgressDialog(" + wstring +
+                 " const&, KOR::InterfaceRef<KOR::IBatchOperation>, void*)",
+             std::string("DLG::RenderProgress::DoRenderProgressDialog(KOR::InterfaceRef<KOR::IBatchOperation>)"),
          }) {
         EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;
     }

@@ -13,5 +13,8 @@ inline constexpr unsigned int kStr_FitClipLonger = 11242;
 inline constexpr unsigned int kStr_FitClipShorter = 11243;
 inline constexpr unsigned int kStr_ClipSpeedLinked = 11400;
 inline constexpr unsigned int kStr_ClipSpeedUnlinked = 11401;
+inline constexpr unsigned int kStr_ProgressCancelling = 11410;
+inline constexpr unsigned int kStr_RenderProgressTitle = 11411;
+inline constexpr unsigned int kStr_RenderProgressTimeLeftUnknown = 11412;
 
 } // namespace DLG

@@ -210,6 +210,11 @@ void ScriptedUser::Tick()
         });
         return;
     }
+    // A step that waits for its window (on a worker, say) is not a window left open.
+    if (window == mRunningWindow) {
+        mStuckTicks = 0;
+        return;
+    }
     if (window != mLastWindow) {
         const auto* box = qobject_cast<QMessageBox*>(window);
         mFailures << QStringLiteral("unexpected modal window %1 (\"%2\"%3)")
@@ -226,6 +231,12 @@ void ScriptedUser::Tick()
 void ScriptedUser::RunStep(QWidget* inWindow, std::shared_ptr<Step> inStep)
 {
     mLastWindow = inWindow;
+    const QPointer<QWidget> outerRunning = std::exchange(mRunningWindow, inWindow);
+    struct Restore {
+        QPointer<QWidget>& mRunning;
+        QPointer<QWidget> mOuter;
+        ~Restore() { mRunning = mOuter; }
+    } restore{mRunningWindow, outerRunning};
     if (auto* box = qobject_cast<QMessageBox*>(inWindow)) {
         mMessageBoxes.push_back({box->windowTitle(), box->text()});
     }

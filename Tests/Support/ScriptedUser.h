@@ -81,6 +81,7 @@ private:
     QTimer mTimer;
     int mScheduled = 0;
     QPointer<QWidget> mLastWindow;
+    QPointer<QWidget> mRunningWindow; // whose step is running now
     int mStuckTicks = 0;
 };
 

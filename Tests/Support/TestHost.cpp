@@ -58,6 +58,8 @@ public:
         mCounts.sequence.emplace_back("end input capture");
         mReal.nodeManager->EndInputCapture(inRestoreFocus);
     }
+    bool HasModalWindow() const override { return mReal.nodeManager->HasModalWindow(); }
+    zelui::ui::UI_NodePtr GetModalWindow() const override { return mReal.nodeManager->GetModalWindow(); }
     bool OfferBreak(const char* inExpression, const char*, int) override
     {
         mCounts.contractsFailed.emplace_back(inExpression);

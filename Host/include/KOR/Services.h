@@ -23,6 +23,9 @@ class DebugService;
 
 namespace KOR {
 
+class SharedThreadedWorkQueue;
+class ClockService;
+
 // The service objects behind the host's free functions and singletons. The running host
 // installs one table at start-up; a test may swap in a wrapper around any entry (to count
 // what the module asked for) and put the original back afterwards. A null entry means the
@@ -36,6 +39,8 @@ struct ServiceTable {
     BE::Backend* backend = nullptr;
     zelui::ui::UI_NodeManager* nodeManager = nullptr;
     zelcore::debug::DebugService* debugger = nullptr;
+    SharedThreadedWorkQueue* workQueue = nullptr;
+    ClockService* clock = nullptr;
 };
 
 HOST_API ServiceTable& Services();

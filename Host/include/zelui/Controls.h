@@ -119,4 +119,15 @@ public:
     void SetDecimalPlaces(int inPlaces);
 };
 
+// A bar that fills from its minimum to its maximum as an operation goes on.
+class HOST_API UI_ProgressBar : public UI_Control {
+public:
+    using UI_Control::UI_Control;
+    ~UI_ProgressBar() override;
+    void SetRange(int inMinimum, int inMaximum);
+    int GetMaximum() const;
+    void SetValue(int inValue);
+    int GetValue() const;
+};
+
 } // namespace zelui::controls

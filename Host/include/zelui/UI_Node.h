@@ -55,6 +55,10 @@ public:
     static UI_NodeManager* Get();
     // Releases any mouse or keyboard grab, as a modal window is about to take the input.
     virtual void EndInputCapture(bool inRestoreFocus) = 0;
+    // The modal window that has the input now (a dialog over which another dialog opens).
+    virtual bool HasModalWindow() const = 0;
+    // Null when there is none.
+    virtual UI_NodePtr GetModalWindow() const = 0;
 };
 
 } // namespace zelui::ui

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+
+#include "KOR/HostAPI.h"
+
+namespace KOR {
+
+// Runs requests on worker threads, never on the UI thread. A request talks back only through
+// station messages and reads its operation's abort flag; what it throws is dropped.
+class HOST_API ThreadedWorkQueue {
+public:
+    virtual ~ThreadedWorkQueue();
+    virtual void QueueRequest(std::function<void()> inRequest) = 0;
+};
+
+// The host's one pool of worker threads, shared by every operation. Among the requests
+// waiting for a thread, those of a higher priority start first.
+class HOST_API SharedThreadedWorkQueue {
+public:
+    virtual ~SharedThreadedWorkQueue();
+
+    // The installed queue; raises the host error when the host runs none.
+    static SharedThreadedWorkQueue& Instance();
+    // The queue of inPriority, made on first use; it lives as long as the host.
+    virtual ThreadedWorkQueue& RetrieveOrCreate(int inPriority) = 0;
+};
+
+} // namespace KOR

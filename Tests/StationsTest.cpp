@@ -1,0 +1,212 @@
+// Station messages posted from worker threads, and the shared work queue.
+
+#include <QApplication>
+#include <QTest>
+#include <QThread>
+
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
+#include <set>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "HostQt/WorkQueue.h"
+#include "KOR/BatchOperation.h"
+#include "KOR/Stations.h"
+#include "KOR/WorkQueue.h"
+#include "TestHost.h"
+#include "zelcore/Error.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr int kWaitLimitMs = 10000;
+
+bool WaitFor(const std::function<bool()>& inCondition) { return QTest::qWaitFor(inCondition, kWaitLimitMs); }
+
+KOR::MessagePtr Progress(float inFraction) { return std::make_shared<KOR::UpdateOperationProgressMessage>(inFraction); }
+
+// Remembers what it heard and on which thread.
+class RecordingListener : public KOR::Listener {
+public:
+    void ListenerMessageHandler(const std::wstring&, const KOR::Message& inMessage) override
+    {
+        onUIThread = onUIThread && QThread::currentThread() == QApplication::instance()->thread();
+        if (const auto* progress = dynamic_cast<const KOR::UpdateOperationProgressMessage*>(&inMessage)) {
+            fractions.push_back(progress->GetFraction());
+        }
+        if (onMessage) {
+            onMessage();
+        }
+    }
+    std::vector<float> fractions;
+    bool onUIThread = true;
+    std::function<void()> onMessage;
+};
+
+class Station {
+public:
+    Station() : mName(KOR::StationRegistry::RegisterUniqueStation()) {}
+    ~Station() { KOR::StationRegistry::DisposeStation(mName); }
+    const std::wstring& Name() const { return mName; }
+
+private:
+    std::wstring mName;
+};
+
+TEST(Stations, MessagesFromWorkerThreadsArriveOnTheUIThreadInEachThreadsOrder)
+{
+    Station station;
+    RecordingListener listener;
+    KOR::StationUtils::AddListener(station.Name(), &listener);
+    constexpr int kPerThread = 200;
+    // Thread a posts fractions in [0, 1), thread b in [1, 2): each run must come in order.
+    auto post = [&](float inBase) {
+        for (int i = 0; i < kPerThread; ++i) {
+            KOR::StationUtils::PostMessage(station.Name(), Progress(inBase + static_cast<float>(i) / kPerThread));
+        }
+    };
+    std::thread a(post, 0.0f);
+    std::thread b(post, 1.0f);
+    a.join();
+    b.join();
+    EXPECT_THAT(listener.fractions, IsEmpty()) << "delivered only when the UI thread runs its events";
+
+    ASSERT_TRUE(WaitFor([&] { return listener.fractions.size() == 2 * kPerThread; }));
+    EXPECT_TRUE(listener.onUIThread);
+    std::vector<float> fromA;
+    std::vector<float> fromB;
+    for (const float fraction : listener.fractions) {
+        (fraction < 1.0f ? fromA : fromB).push_back(fraction);
+    }
+    ASSERT_EQ(fromA.size(), static_cast<std::size_t>(kPerThread));
+    EXPECT_TRUE(std::is_sorted(fromA.begin(), fromA.end()));
+    EXPECT_TRUE(std::is_sorted(fromB.begin(), fromB.end()));
+}
+
+TEST(Stations, ListenersRemovedOrDestroyedBeforeDeliveryAreNotCalled)
+{
+    Station station;
+    RecordingListener removed;
+    auto destroyed = std::make_unique<RecordingListener>();
+    RecordingListener last;
+    KOR::StationUtils::AddListener(station.Name(), &removed);
+    KOR::StationUtils::AddListener(station.Name(), destroyed.get());
+    KOR::StationUtils::AddListener(station.Name(), &last);
+    KOR::StationUtils::PostMessage(station.Name(), Progress(0.5f));
+
+    KOR::StationUtils::RemoveListener(station.Name(), &removed);
+    destroyed.reset();
+    ASSERT_TRUE(WaitFor([&] { return !last.fractions.empty(); }));
+    EXPECT_THAT(removed.fractions, IsEmpty());
+    EXPECT_FALSE(KOR::StationUtils::IsListening(station.Name(), &removed));
+}
+
+TEST(Stations, AHandlerThatRemovesAnotherListenerStopsThatListenersCall)
+{
+    Station station;
+    RecordingListener first;
+    RecordingListener second;
+    RecordingListener third;
+    first.onMessage = [&] { KOR::StationUtils::RemoveListener(station.Name(), &second); };
+    for (RecordingListener* listener : {&first, &second, &third}) {
+        KOR::StationUtils::AddListener(station.Name(), listener);
+    }
+    KOR::StationUtils::PostMessage(station.Name(), Progress(0.25f));
+    ASSERT_TRUE(WaitFor([&] { return !third.fractions.empty(); }));
+    EXPECT_THAT(first.fractions, ElementsAre(0.25f));
+    EXPECT_THAT(second.fractions, IsEmpty());
+}
+
+TEST(Stations, ADisposedStationDropsItsListenersAndMessages)
+{
+    RecordingListener listener;
+    Station sentinel;
+    RecordingListener sentinelListener;
+    KOR::StationUtils::AddListener(sentinel.Name(), &sentinelListener);
+    std::wstring name;
+    {
+        Station station;
+        name = station.Name();
+        KOR::StationUtils::AddListener(name, &listener);
+        KOR::StationUtils::PostMessage(name, Progress(0.5f));
+    }
+    KOR::StationUtils::PostMessage(sentinel.Name(), Progress(1.0f));
+    ASSERT_TRUE(WaitFor([&] { return !sentinelListener.fractions.empty(); }));
+    EXPECT_THAT(listener.fractions, IsEmpty());
+    EXPECT_FALSE(KOR::StationUtils::IsListening(name, &listener));
+}
+
+TEST(Stations, MessageIdentifiersAreTheFnv1aHashOfTheTypeName)
+{
+    EXPECT_EQ(KOR::HashMessageTypeNameToMessageID(""), 2166136261u);
+    EXPECT_EQ(KOR::HashMessageTypeNameToMessageID("a"), 0xe40c292cu);
+    EXPECT_EQ(KOR::OperationCompleteMessage().GetID(),
+              KOR::HashMessageTypeNameToMessageID("KOR::OperationCompleteMessage"));
+    const std::set<KOR::MessageID> ids = {KOR::OperationCompleteMessage().GetID(), Progress(0)->GetID(),
+                                          KOR::UpdateOperationDescriptionMessage(L"").GetID(),
+                                          KOR::UpdateOperationTimeLeftMessage(0).GetID()};
+    EXPECT_EQ(ids.size(), 4u);
+}
+
+// Requests wait for each other: they all finish only when they run at the same time.
+TEST(WorkQueue, RequestsRunTogetherOnWorkerThreads)
+{
+    TestSupport::TestHost host;
+    constexpr int kRequests = 4;
+    std::mutex mutex;
+    std::condition_variable allStarted;
+    std::set<std::thread::id> threads;
+    std::atomic<int> finished{0};
+    KOR::ThreadedWorkQueue& queue = KOR::SharedThreadedWorkQueue::Instance().RetrieveOrCreate(3);
+    EXPECT_EQ(&queue, &KOR::SharedThreadedWorkQueue::Instance().RetrieveOrCreate(3));
+    for (int i = 0; i < kRequests; ++i) {
+        queue.QueueRequest([&] {
+            std::unique_lock lock(mutex);
+            threads.insert(std::this_thread::get_id());
+            allStarted.notify_all();
+            if (allStarted.wait_for(lock, std::chrono::seconds(10), [&] { return threads.size() == kRequests; })) {
+                ++finished;
+            }
+        });
+    }
+    ASSERT_TRUE(WaitFor([&] { return finished == kRequests; }));
+    std::lock_guard lock(mutex);
+    EXPECT_EQ(threads.count(std::this_thread::get_id()), 0u);
+}
+
+TEST(WorkQueue, DestroyingTheQueueWaitsForTheRunningRequest)
+{
+    auto queue = std::make_unique<HostQt::WorkQueue>();
+    std::atomic<bool> started{false};
+    std::atomic<bool> shuttingDown{false};
+    std::atomic<bool> finished{false};
+    queue->RetrieveOrCreate(0).QueueRequest([&] {
+        started = true;
+        while (!shuttingDown) {
+            std::this_thread::yield();
+        }
+        finished = true;
+    });
+    while (!started) {
+        std::this_thread::yield();
+    }
+    shuttingDown = true;
+    queue.reset();
+    EXPECT_TRUE(finished);
+}
+
+TEST(WorkQueue, WithoutAHostInstanceRaisesTheHostError)
+{
+    const KOR::ServiceTable saved = KOR::Services();
+    KOR::Services().workQueue = nullptr;
+    EXPECT_THROW(KOR::SharedThreadedWorkQueue::Instance(), zelcore::Error);
+    KOR::Services() = saved;
+}
+
+} // namespace

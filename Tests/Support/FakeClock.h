@@ -1,0 +1,50 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <mutex>
+#include <vector>
+
+#include "KOR/Clock.h"
+#include "KOR/Services.h"
+
+namespace TestSupport {
+
+// A clock that stands still until a test moves it; sleeping on it moves it on at once. It is
+// the host's clock while it lives.
+class FakeClock : public KOR::ClockService {
+public:
+    static constexpr std::int64_t kStart = 1'000'000;
+
+    FakeClock() : mPrevious(KOR::Services().clock) { KOR::Services().clock = this; }
+    ~FakeClock() override { KOR::Services().clock = mPrevious; }
+    FakeClock(const FakeClock&) = delete;
+    FakeClock& operator=(const FakeClock&) = delete;
+
+    std::int64_t Milliseconds() const override { return mNow.load(); }
+    void Sleep(std::int64_t inMilliseconds) override
+    {
+        {
+            std::lock_guard lock(mMutex);
+            mSleeps.push_back(inMilliseconds);
+        }
+        mNow += inMilliseconds;
+    }
+
+    void Advance(std::int64_t inMilliseconds) { mNow += inMilliseconds; }
+    // Milliseconds since the clock was made.
+    std::int64_t Elapsed() const { return mNow.load() - kStart; }
+    std::vector<std::int64_t> Sleeps() const
+    {
+        std::lock_guard lock(mMutex);
+        return mSleeps;
+    }
+
+private:
+    KOR::ClockService* mPrevious;
+    std::atomic<std::int64_t> mNow{kStart};
+    mutable std::mutex mMutex;
+    std::vector<std::int64_t> mSleeps;
+};
+
+} // namespace TestSupport
