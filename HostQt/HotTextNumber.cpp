@@ -359,6 +359,9 @@ UI_HotTextNumber::UI_HotTextNumber(UI_HotTextNumber& inReplaced)
         widget->setParent(old->parentWidget());
         widget->setObjectName(old->objectName() + QStringLiteral("Replacement"));
         widget->setGeometry(old->geometry());
+        // The user meets it where the old one was: same name to assistive tools, same tab stop.
+        widget->setAccessibleName(old->accessibleName());
+        QWidget::setTabOrder(old, widget);
         if (old->parentWidget()) {
             for (QLayout* layout : old->parentWidget()->findChildren<QLayout*>()) {
                 if (layout->indexOf(old) >= 0) {

@@ -53,6 +53,16 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
              std::string("DLG::DoSequenceZeroPointDialog(KOR::Time&)"),
              std::string("DLG::GetTimecodeInfo(KOR::InterfaceRef<BE::IProject>)"),
              std::string("DLG::CreateNotifyingTimecodeControlInfo(KOR::InterfaceRef<BE::IProject>)"),
+             "DLG::DoHideShowTracksDialog(std::vector<" + wstring + ", std::allocator<" + wstring +
+                 " > >&, std::vector<bool, std::allocator<bool> >&)",
+             "DLG::DoGenericTextErrorDialog(std::vector<" + wstring + ", std::allocator<" + wstring + " > >, " +
+                 wstring + ")",
+             "DLG::DoGenericListErrorDialog(std::vector<std::pair<" + wstring + ", " + wstring +
+                 " >, std::allocator<std::pair<" + wstring + ", " + wstring + " > > >, " + wstring + ", " + wstring +
+                 ", " + wstring + ")",
+             std::string("DLG::DoClipGainDialog(KOR::InterfaceRef<BE::IAudioClip>, float&)"),
+             std::string("DLG::SaveProjectErrorDialog(long, bool)"),
+             "DLG::SaveProject(KOR::InterfaceRef<BE::IProject>, " + wstring + ", bool, bool)",
          }) {
         EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;
     }

@@ -7,6 +7,7 @@ class Workspace;
 class PlayerService;
 class MessageBoxService;
 class SoundService;
+class CursorService;
 } // namespace UIF
 namespace TL {
 class AutoSaveService;
@@ -36,6 +37,7 @@ struct ServiceTable {
     BE::Backend* backend = nullptr;
     zelui::ui::UI_NodeManager* nodeManager = nullptr;
     zelcore::debug::DebugService* debugger = nullptr;
+    UIF::CursorService* cursors = nullptr;
 };
 
 HOST_API ServiceTable& Services();
