@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <string>
+
 #include <functional>
 #include <vector>
 
@@ -34,6 +36,10 @@ struct DemoState {
     double y = 540.0;
     KOR::Time zeroPoint = KOR::Time::FromSeconds(3600);
     KOR::InterfaceRef<MatteParameters> matte{new MatteParameters};
+    std::vector<std::wstring> trackNames{L"Video 1", L"Video 2", L"Video 3", L"Audio 1", L"Audio 2"};
+    std::vector<bool> tracksShown{true, true, false, true, false};
+    float clipGain = 1.0f;
+    QString dataDirectory; // where the demo saves projects
 };
 
 // One dialog the demo offers: how to open it and what it returned, and how the gallery's
@@ -43,6 +49,7 @@ struct DemoDialog {
     QString window; // the dialog window's name, as the scripted user finds it
     std::function<QString(DemoState&, HostQt::Workspace&)> open;
     std::function<void(TestSupport::Step&)> galleryAnswer;
+    QString picture = {}; // the gallery's PNG name when not the window's; no window, no PNG
 };
 
 const std::vector<DemoDialog>& DemoDialogs();

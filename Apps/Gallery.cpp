@@ -39,8 +39,12 @@ std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorks
     for (const DemoDialog& dialog : DemoDialogs()) {
         entries.push_back({dialog.title,
                            [&dialog](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+                               if (dialog.window.isEmpty()) {
+                                   return;
+                               }
                                TestSupport::Step& step = ioUser.On(dialog.window);
-                               step.Grab(inDir.filePath(dialog.window + QStringLiteral(".png")));
+                               const QString picture = dialog.picture.isEmpty() ? dialog.window : dialog.picture;
+                               step.Grab(inDir.filePath(picture + QStringLiteral(".png")));
                                dialog.galleryAnswer(step);
                            },
                            [&dialog, &ioState, &inWorkspace] { return dialog.open(ioState, inWorkspace); }});

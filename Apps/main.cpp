@@ -40,6 +40,8 @@ int Run(QApplication& ioApp, const QCommandLineParser& inOptions)
     DLG::SetProject(project);
 
     Demo::DemoState state;
+    state.dataDirectory = gallery ? gallerySettings.path()
+                                  : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     Demo::DemoWindow window(state, host.GetWorkspace(), project);
     host.SetMainWindow(&window);
     window.show();
