@@ -142,7 +142,9 @@ const std::vector<DemoDialog>& DemoDialogs()
         {QStringLiteral("Layout script test"), QStringLiteral("TestVrelDialog"), &OpenTestVrel,
          [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Escape); }},
         {QStringLiteral("Show and hide tracks"), QStringLiteral("HideShowTracksDialog"), &OpenHideShowTracks,
-         [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Down).Press(Qt::Key_Space).Click(QStringLiteral("okButton")); }},
+         [](TestSupport::Step& ioStep) {
+             ioStep.Press(Qt::Key_Down).Press(Qt::Key_Space).Click(QStringLiteral("okButton"));
+         }},
         {QStringLiteral("Text error"), QStringLiteral("genericTextErrorDialog"), &OpenGenericTextError,
          [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Return); }},
         {QStringLiteral("List error"), QStringLiteral("genericListErrorDialog"), &OpenGenericListError,

@@ -130,7 +130,10 @@ INSTANTIATE_TEST_SUITE_P(
                          .Press(Qt::Key_Return);
                  },
                  true, 1.0f},
-        GainCase{"HalfShowsMinusSix", 0.5f, [](Step& s) { s.Click(kLevel).Inspect(ShowsLevel("-6.0")).Press(Qt::Key_Escape).Click("okButton"); },
+        GainCase{"HalfShowsMinusSix", 0.5f,
+                 [](Step& s) {
+                     s.Click(kLevel).Inspect(ShowsLevel("-6.0")).Press(Qt::Key_Escape).Click("okButton");
+                 },
                  true, 0.5f},
         GainCase{"Typed96", 1.0f, [](Step& s) { s.Type(kLevel, "96").Press(Qt::Key_Return).Press(Qt::Key_Return); },
                  true, 63095.73f},
@@ -139,12 +142,16 @@ INSTANTIATE_TEST_SUITE_P(
         GainCase{"TypedMinusSix", 1.0f, [](Step& s) { s.Type(kLevel, "-6").Press(Qt::Key_Return).Click("okButton"); },
                  true, 0.5011872f},
         GainCase{"NormalizeFromThePeak", 1.0f,
-                 [](Step& s) { s.Click("normalizeButton").Click(kLevel).Inspect(ShowsLevel("6.0")).Press(Qt::Key_Escape).Click("okButton"); },
+                 [](Step& s) {
+                     s.Click("normalizeButton").Click(kLevel).Inspect(ShowsLevel("6.0"));
+                     s.Press(Qt::Key_Escape).Click("okButton");
+                 },
                  true, 2.0f},
         GainCase{"NormalizeThenType", 1.0f,
                  [](Step& s) { s.Click("normalizeButton").Type(kLevel, "0").Press(Qt::Key_Return).Click("okButton"); },
                  true, 1.0f},
-        GainCase{"TypedThenCancel", 0.25f, [](Step& s) { s.Type(kLevel, "12").Press(Qt::Key_Return).Click("cancelButton"); },
+        GainCase{"TypedThenCancel", 0.25f,
+                 [](Step& s) { s.Type(kLevel, "12").Press(Qt::Key_Return).Click("cancelButton"); },
                  false, 0.25f},
         GainCase{"NormalizeThenEscape", 0.25f, [](Step& s) { s.Click("normalizeButton").Press(Qt::Key_Escape); }, false,
                  0.25f},
@@ -200,7 +207,12 @@ TEST(ClipGainDialogNormalize, TheHostMeasuresThePeakOfAClipsWavFile)
     ASSERT_EQ(project->GetAudioClips().size(), 1u);
     float gain = 1.0f;
     ScriptedUser user;
-    user.On(QStringLiteral("ClipGain")).Click("normalizeButton").Click(kLevel).Inspect(ShowsLevel("18.1")).Press(Qt::Key_Escape).Press(Qt::Key_Return);
+    user.On(QStringLiteral("ClipGain"))
+        .Click("normalizeButton")
+        .Click(kLevel)
+        .Inspect(ShowsLevel("18.1"))
+        .Press(Qt::Key_Escape)
+        .Press(Qt::Key_Return);
     EXPECT_TRUE(DLG::DoClipGainDialog(project->GetAudioClips().front(), gain));
     EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_EQ(gain, 8.0f);

@@ -66,7 +66,8 @@ protected:
     // Runs inHandler each time the user changes the control named inName; returns the control.
     // The handler is the control's own kind, so that no std::function type crosses to the host.
     template <class Control>
-    boost::intrusive_ptr<Control> OnChange(const std::wstring& inName, zelui::controls::UI_Control::ChangeHandler inHandler)
+    boost::intrusive_ptr<Control> OnChange(const std::wstring& inName,
+                                           zelui::controls::UI_Control::ChangeHandler inHandler)
     {
         boost::intrusive_ptr<Control> control = GetUINodePtr<Control>(inName);
         if (control) {
