@@ -1,22 +1,32 @@
 #include "DemoDialogs.h"
 
+#include <QDir>
+#include <QFileInfo>
+
+#include <cmath>
 #include <stdexcept>
 
+#include "BE/Project.h"
+#include "DLG/ClipGainDialog.h"
 #include "DLG/ClipSpeedDialogImpl.h"
-#include "DLG/Module.h"
-#include "DLG/ProgressDialog.h"
-#include "DLG/RenderProgressDialog.h"
-#include "DLG/SequenceZeroPointDialog.h"
-#include "DLG/TestVrelDialog.h"
-#include "DLG/TransformPositionDialog.h"
 #include "DLG/DeleteMediaDialog.h"
 #include "DLG/FitClipDialog.h"
 #include "DLG/FontSizeDialog.h"
+#include "DLG/GenericListErrorDialog.h"
+#include "DLG/GenericTextErrorDialog.h"
+#include "DLG/HideShowTracksDialog.h"
+#include "DLG/Module.h"
 #include "DLG/NewTapeNameDialog.h"
+#include "DLG/ProgressDialog.h"
 #include "DLG/ProjectMakeOfflineFileDialog.h"
 #include "DLG/RenameClipDialog.h"
+#include "DLG/RenderProgressDialog.h"
+#include "DLG/SaveProject.h"
+#include "DLG/SequenceZeroPointDialog.h"
 #include "DLG/SetNumberedMarkerDialog.h"
+#include "DLG/TestVrelDialog.h"
 #include "DLG/TransformOpacityDialog.h"
+#include "DLG/TransformPositionDialog.h"
 #include "DLG/TransformRotationDialog.h"
 #include "DLG/TransformScaleDialog.h"
 #include "HostQt/Workspace.h"
@@ -159,6 +169,80 @@ QString OpenVerifyMedia(DemoState& ioState, HostQt::Workspace& inWorkspace)
     return Returned(finished) + QStringLiteral("; ") + operation->Report().join(QStringLiteral("; "));
 }
 
+QString OpenHideShowTracks(DemoState& ioState, HostQt::Workspace&)
+{
+    const bool confirmed = DLG::DoHideShowTracksDialog(ioState.trackNames, ioState.tracksShown);
+    QStringList shown;
+    for (std::size_t i = 0; i < ioState.trackNames.size(); ++i) {
+        if (ioState.tracksShown[i]) {
+            shown << QString::fromStdWString(ioState.trackNames[i]);
+        }
+    }
+    return Returned(confirmed) + QStringLiteral("; shown: %1").arg(shown.join(QStringLiteral(", ")));
+}
+
+QString OpenGenericTextError(DemoState&, HostQt::Workspace&)
+{
+    return Returned(DLG::DoGenericTextErrorDialog(
+        {L"Harbour at dawn.mov: the file uses a codec that is not installed.",
+         L"Interview B.mov: the file is offline (/media/old drive/Interview B.mov).",
+         L"Gulls ambience.wav: the file is empty."},
+        L"Some Files Could Not Be Imported"));
+}
+
+QString OpenGenericListError(DemoState&, HostQt::Workspace&)
+{
+    return Returned(DLG::DoGenericListErrorDialog(
+        {{L"Interview B.mov", L"The frame size differs from the clip's (1280x720, not 1920x1080)."},
+         {L"Narration take 3.wav", L"The file has 1 audio channel; the clip has 2."}},
+        L"These files could not be linked to their clips:", L"File", L"Problem"));
+}
+
+// The sample project's ambience clip, or its first clip with audio.
+BE::AudioClipRef DemoAudioClip()
+{
+    const BE::ProjectRef project = DLG::GetCurrentProject();
+    const std::vector<BE::AudioClipRef> clips = project ? project->GetAudioClips() : std::vector<BE::AudioClipRef>();
+    for (const BE::AudioClipRef& clip : clips) {
+        if (clip->GetName() == L"Gulls ambience.wav") {
+            return clip;
+        }
+    }
+    return clips.empty() ? BE::AudioClipRef() : clips.front();
+}
+
+QString OpenClipGain(DemoState& ioState, HostQt::Workspace&)
+{
+    const BE::AudioClipRef clip = DemoAudioClip();
+    const bool confirmed = DLG::DoClipGainDialog(clip, ioState.clipGain);
+    return Returned(confirmed) + QStringLiteral("; gain of \"%1\" = %2 (%3 dB)")
+                                     .arg(clip ? QString::fromStdWString(clip->GetName()) : QStringLiteral("no clip"))
+                                     .arg(ioState.clipGain)
+                                     .arg(20.0 * std::log10(ioState.clipGain), 0, 'f', 1);
+}
+
+// A copy of the project in the demo's data folder, the project staying where it was.
+QString SaveProjectCopy(DemoState& ioState, const QString& inRelativePath)
+{
+    QDir().mkpath(ioState.dataDirectory);
+    const QString path = QDir(ioState.dataDirectory).filePath(inRelativePath);
+    const long result = DLG::SaveProject(DLG::GetCurrentProject(), path.toStdWString(), true, true);
+    const QString outcome = result == BE::kSave_OK
+                                ? QStringLiteral("; saved to \"%1\" (%2 bytes)").arg(path).arg(QFileInfo(path).size())
+                                : QStringLiteral("; \"%1\" not saved").arg(path);
+    return QStringLiteral("returned 0x%1").arg(static_cast<std::uint32_t>(result), 8, 16, QLatin1Char('0')) + outcome;
+}
+
+QString OpenSaveProject(DemoState& ioState, HostQt::Workspace&)
+{
+    return SaveProjectCopy(ioState, QStringLiteral("Harbour Documentary copy.tvx"));
+}
+
+QString OpenSaveProjectToMissingFolder(DemoState& ioState, HostQt::Workspace&)
+{
+    return SaveProjectCopy(ioState, QStringLiteral("No such folder/Harbour Documentary.tvx"));
+}
+
 } // namespace
 
 const std::vector<DemoDialog>& DemoDialogs()
@@ -208,6 +292,22 @@ const std::vector<DemoDialog>& DemoDialogs()
          }},
         {QStringLiteral("Render sample media"), QStringLiteral("RenderProgressDialog"), &OpenRenderMedia, {}},
         {QStringLiteral("Verify media"), QStringLiteral("ProgressDialog"), &OpenVerifyMedia, {}},
+        {QStringLiteral("Show and hide tracks"), QStringLiteral("HideShowTracksDialog"), &OpenHideShowTracks,
+         [](TestSupport::Step& ioStep) {
+             ioStep.Press(Qt::Key_Down).Press(Qt::Key_Space).Click(QStringLiteral("okButton"));
+         }},
+        {QStringLiteral("Text error"), QStringLiteral("genericTextErrorDialog"), &OpenGenericTextError,
+         [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Return); }},
+        {QStringLiteral("List error"), QStringLiteral("genericListErrorDialog"), &OpenGenericListError,
+         [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Return); }},
+        {QStringLiteral("Clip gain"), QStringLiteral("ClipGain"), &OpenClipGain,
+         [](TestSupport::Step& ioStep) {
+             ioStep.Click(QStringLiteral("normalizeButton")).Click(QStringLiteral("okButton"));
+         }},
+        {QStringLiteral("Save a copy of the project"), QString(), &OpenSaveProject, nullptr},
+        {QStringLiteral("Save a copy into a missing folder"), QStringLiteral("MessageBox"),
+         &OpenSaveProjectToMissingFolder, [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Return); },
+         QStringLiteral("SaveProjectErrorDialog")},
     };
     return dialogs;
 }

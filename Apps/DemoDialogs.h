@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <string>
+
 #include <functional>
 #include <vector>
 
@@ -67,6 +69,10 @@ struct DemoState {
     int renderSeconds = 300;
     // Set by the gallery: the next operation holds there until the gallery releases it.
     std::shared_ptr<PauseGate> pause;
+    std::vector<std::wstring> trackNames{L"Video 1", L"Video 2", L"Video 3", L"Audio 1", L"Audio 2"};
+    std::vector<bool> tracksShown{true, true, false, true, false};
+    float clipGain = 1.0f;
+    QString dataDirectory; // where the demo saves projects
 };
 
 // One dialog the demo offers: how to open it and what it returned, and how the gallery's
@@ -75,7 +81,9 @@ struct DemoDialog {
     QString title;
     QString window; // the dialog window's name, as the scripted user finds it
     std::function<QString(DemoState&, HostQt::Workspace&)> open;
-    std::function<void(TestSupport::Step&)> galleryAnswer; // none: the gallery shows it its own way
+    // None: a window that the gallery pictures its own way; with no window, run without a user.
+    std::function<void(TestSupport::Step&)> galleryAnswer;
+    QString picture = {}; // the gallery's PNG name when not the window's; no window, no PNG
 };
 
 const std::vector<DemoDialog>& DemoDialogs();

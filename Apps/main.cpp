@@ -49,6 +49,8 @@ int Run(QApplication& ioApp, const QCommandLineParser& inOptions)
                                 : QDir(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation))
                                       .filePath(QStringLiteral("Sample media"));
     state.renderSeconds = gallery ? kGalleryRenderSeconds : kDemoRenderSeconds;
+    state.dataDirectory = gallery ? gallerySettings.path()
+                                  : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     Demo::DemoWindow window(state, host.GetWorkspace(), project);
     host.SetMainWindow(&window);
     window.show();

@@ -115,4 +115,18 @@ int UI_ListBox::GetSelectedRow() const
     return selected.isEmpty() ? -1 : tree->indexOfTopLevelItem(selected.front());
 }
 
+void UI_ListBox::SetColumnTitles(const std::vector<std::wstring>& inTitles)
+{
+    auto* tree = PeerWidget<QTreeWidget>(this);
+    if (!tree) {
+        return;
+    }
+    QTreeWidgetItem* header = tree->headerItem();
+    for (std::size_t column = 0; column < inTitles.size(); ++column) {
+        if (!inTitles[column].empty()) {
+            header->setText(static_cast<int>(column), QString::fromStdWString(inTitles[column]));
+        }
+    }
+}
+
 } // namespace zelui::controls

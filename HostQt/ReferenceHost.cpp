@@ -20,7 +20,9 @@
 #include "UIF/Sound.h"
 
 #include <boost/signals2/signal.hpp>
+#include "HostQt/Cursor.h"
 #include "HostQt/NodePeer.h"
+#include "HostQt/ProjectFile.h"
 #include "HostQt/ReferenceHost.h"
 #include "HostQt/Workspace.h"
 #include "HostQt/WorkQueue.h"
@@ -356,20 +358,59 @@ private:
     KOR::InterfaceRef<BE::IAudioSettings> mAudio;
 };
 
+QString RateText(KOR::FrameRate inRate)
+{
+    return inRate.Denominator() == 1 ? QString::number(inRate.Numerator())
+                                     : QStringLiteral("%1/%2").arg(inRate.Numerator()).arg(inRate.Denominator());
+}
+
+QJsonObject TimecodeObject(const BE::IProjectSettings& inSettings)
+{
+    return {{QStringLiteral("displayFormat"), static_cast<int>(inSettings.GetTimeDisplayFormat())},
+            {QStringLiteral("videoFrameRate"), RateText(inSettings.GetVideoSettings()->GetFrameRate())},
+            {QStringLiteral("audioDisplayFormat"), static_cast<int>(inSettings.GetAudioTimeDisplayFormat())},
+            {QStringLiteral("audioRate"), RateText(inSettings.GetAudioSettings()->GetSampleRate())}};
+}
+
+// A project as its file describes it. What the model does not cover (sequences, video clips)
+// is kept as it was read and written back when the project is saved.
 class Project : public KOR::RefCounted<BE::IProject> {
 public:
-    Project(std::wstring inName, std::wstring inPath, const QJsonObject& inTimecode)
-        : mName(std::move(inName)), mPath(std::move(inPath)), mSettings(new ProjectSettings(inTimecode))
+    Project(std::wstring inName, std::wstring inPath, QJsonObject inDocument)
+        : mName(std::move(inName)), mPath(std::move(inPath)), mDocument(std::move(inDocument)),
+          mSettings(new ProjectSettings(mDocument.value(QStringLiteral("timecode")).toObject())),
+          mAudioClips(ReadAudioClips(mDocument.value(QStringLiteral("clips")).toArray()))
     {
     }
     std::wstring GetName() const override { return mName; }
     std::wstring GetFilePath() const override { return mPath; }
     KOR::InterfaceRef<BE::IProjectSettings> GetProjectSettings() const override { return mSettings; }
+    std::vector<BE::AudioClipRef> GetAudioClips() const override { return mAudioClips; }
+    long SaveToFile(const std::wstring& inFilePath, bool inAsCopy) override
+    {
+        const long result = WriteProjectFile(Document(), ToQ(inFilePath));
+        if (result == BE::kSave_OK && !inAsCopy) {
+            mPath = inFilePath;
+        }
+        return result;
+    }
 
 private:
+    QJsonObject Document() const
+    {
+        QJsonObject document = mDocument;
+        document.insert(QStringLiteral("name"), ToQ(mName));
+        document.insert(QStringLiteral("timecode"), TimecodeObject(*mSettings));
+        document.insert(QStringLiteral("clips"),
+                        WriteAudioClips(mDocument.value(QStringLiteral("clips")).toArray(), mAudioClips));
+        return document;
+    }
+
     std::wstring mName;
     std::wstring mPath;
+    QJsonObject mDocument;
     KOR::InterfaceRef<BE::IProjectSettings> mSettings;
+    std::vector<BE::AudioClipRef> mAudioClips;
 };
 
 class Sounds : public UIF::SoundService {
@@ -415,6 +456,7 @@ struct ReferenceHost::Services {
     Debugger debugger;
     SteadyClock clock;
     WorkQueue workQueue;
+    OverrideCursors cursors;
 };
 
 ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_unique<Services>())
@@ -434,6 +476,7 @@ ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_u
     mTable.debugger = &mServices->debugger;
     mTable.workQueue = &mServices->workQueue;
     mTable.clock = &mServices->clock;
+    mTable.cursors = &mServices->cursors;
     mPrevious = KOR::Services();
     KOR::Services() = mTable;
 }
@@ -473,8 +516,7 @@ BE::ProjectRef LoadProject(const QByteArray& inJson, const QString& inFilePath)
 {
     const QJsonObject project = ReadJsonObject(inJson, inFilePath);
     const QString name = project.value(QStringLiteral("name")).toString(QFileInfo(inFilePath).completeBaseName());
-    return BE::ProjectRef(new Project(name.toStdWString(), inFilePath.toStdWString(),
-                                      project.value(QStringLiteral("timecode")).toObject()));
+    return BE::ProjectRef(new Project(name.toStdWString(), inFilePath.toStdWString(), project));
 }
 
 } // namespace HostQt

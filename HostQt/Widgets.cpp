@@ -375,10 +375,14 @@ UI_TextEdit::~UI_TextEdit() = default;
 
 void UI_TextEdit::SetText(const std::wstring& inText)
 {
-    const QString text = QString::fromStdWString(inText);
+    QString text = QString::fromStdWString(inText);
     if (auto* line = PeerWidget<QLineEdit>(this)) {
         line->setText(text);
-    } else if (auto* plain = PeerWidget<QPlainTextEdit>(this)) {
+        return;
+    }
+    // Qt's documents break a line at "\r" and again at "\n".
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    if (auto* plain = PeerWidget<QPlainTextEdit>(this)) {
         plain->setPlainText(text);
     } else if (auto* rich = PeerWidget<QTextEdit>(this)) {
         rich->setPlainText(text);

@@ -22,4 +22,18 @@ void ShowValue(zelui::controls::UI_HotTextNumber& ioControl, double inValue)
 
 void ReadValue(const zelui::controls::UI_HotTextNumber& inControl, double& outValue) { outValue = inControl.GetValue(); }
 
+void ShowValue(zelui::controls::UI_ListBox& ioControl, const std::vector<bool>& inChecked)
+{
+    for (int row = 0; row < ioControl.GetRowCount(); ++row) {
+        ioControl.SetRowChecked(row, static_cast<std::size_t>(row) < inChecked.size() && inChecked[row]);
+    }
+}
+
+void ReadValue(const zelui::controls::UI_ListBox& inControl, std::vector<bool>& outChecked)
+{
+    for (std::size_t row = 0; row < outChecked.size(); ++row) {
+        outChecked[row] = inControl.IsRowChecked(static_cast<int>(row));
+    }
+}
+
 } // namespace DLG

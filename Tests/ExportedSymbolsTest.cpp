@@ -68,6 +68,16 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
              "DLG::ProgressDialog::DoProgressDialog(" + wstring +
                  " const&, KOR::InterfaceRef<KOR::IBatchOperation>, void*)",
              std::string("DLG::RenderProgress::DoRenderProgressDialog(KOR::InterfaceRef<KOR::IBatchOperation>)"),
+             "DLG::DoHideShowTracksDialog(std::vector<" + wstring + ", std::allocator<" + wstring +
+                 " > >&, std::vector<bool, std::allocator<bool> >&)",
+             "DLG::DoGenericTextErrorDialog(std::vector<" + wstring + ", std::allocator<" + wstring + " > >, " +
+                 wstring + ")",
+             "DLG::DoGenericListErrorDialog(std::vector<std::pair<" + wstring + ", " + wstring +
+                 " >, std::allocator<std::pair<" + wstring + ", " + wstring + " > > >, " + wstring + ", " + wstring +
+                 ", " + wstring + ")",
+             std::string("DLG::DoClipGainDialog(KOR::InterfaceRef<BE::IAudioClip>, float&)"),
+             std::string("DLG::SaveProjectErrorDialog(long, bool)"),
+             "DLG::SaveProject(KOR::InterfaceRef<BE::IProject>, " + wstring + ", bool, bool)",
          }) {
         EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;
     }

@@ -36,6 +36,8 @@ public:
     std::wstring GetName() const override { return L"Tracked"; }
     std::wstring GetFilePath() const override { return L"/tmp/Tracked.tvx"; }
     KOR::InterfaceRef<BE::IProjectSettings> GetProjectSettings() const override { return {}; }
+    std::vector<BE::AudioClipRef> GetAudioClips() const override { return {}; }
+    long SaveToFile(const std::wstring&, bool) override { return BE::kSaveError_Failed; }
 
 private:
     bool& mDestroyed;

@@ -197,6 +197,8 @@ TEST(TimecodeInfo, NullProjectOrSettingsBreakTheContract)
         std::wstring GetName() const override { return L"Bare"; }
         std::wstring GetFilePath() const override { return {}; }
         KOR::InterfaceRef<BE::IProjectSettings> GetProjectSettings() const override { return {}; }
+        std::vector<BE::AudioClipRef> GetAudioClips() const override { return {}; }
+        long SaveToFile(const std::wstring&, bool) override { return BE::kSaveError_Failed; }
     };
     EXPECT_THROW(DLG::CreateNotifyingTimecodeControlInfo(BE::ProjectRef(new Bare)), zelcore::Error);
     EXPECT_THAT(host.Counts().contractsFailed, testing::ElementsAre("inProject != NULL", "inProjectSettings != NULL"));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "zelui/Controls.h"
 #include "zelui/HotTextNumber.h"
@@ -17,5 +18,8 @@ void ShowValue(zelui::controls::UI_CheckBox& ioControl, bool inChecked);
 void ReadValue(const zelui::controls::UI_CheckBox& inControl, bool& outChecked);
 void ShowValue(zelui::controls::UI_HotTextNumber& ioControl, double inValue);
 void ReadValue(const zelui::controls::UI_HotTextNumber& inControl, double& outValue);
+// A list's rows checked by the flags, row by row; rows without a flag are cleared.
+void ShowValue(zelui::controls::UI_ListBox& ioControl, const std::vector<bool>& inChecked);
+void ReadValue(const zelui::controls::UI_ListBox& inControl, std::vector<bool>& outChecked);
 
 } // namespace DLG

@@ -64,8 +64,10 @@ protected:
         return Bind(GetUINodePtr<Control>(inName), ioField);
     }
     // Runs inHandler each time the user changes the control named inName; returns the control.
+    // The handler is the control's own kind, so that no std::function type crosses to the host.
     template <class Control>
-    boost::intrusive_ptr<Control> OnChange(const std::wstring& inName, std::function<void()> inHandler)
+    boost::intrusive_ptr<Control> OnChange(const std::wstring& inName,
+                                           zelui::controls::UI_Control::ChangeHandler inHandler)
     {
         boost::intrusive_ptr<Control> control = GetUINodePtr<Control>(inName);
         if (control) {

@@ -16,5 +16,12 @@ inline constexpr unsigned int kStr_ClipSpeedUnlinked = 11401;
 inline constexpr unsigned int kStr_ProgressCancelling = 11410;
 inline constexpr unsigned int kStr_RenderProgressTitle = 11411;
 inline constexpr unsigned int kStr_RenderProgressTimeLeftUnknown = 11412;
+inline constexpr unsigned int kStr_SaveErrorCaption = 11227;
+inline constexpr unsigned int kStr_SaveErrorPathNotFound = 11228;
+inline constexpr unsigned int kStr_SaveErrorAccessDenied = 11229;
+inline constexpr unsigned int kStr_SaveErrorDiskFull = 11230;
+inline constexpr unsigned int kStr_SaveErrorFileReadOnly = 11231;
+inline constexpr unsigned int kStr_SaveErrorOther = 11232;
+inline constexpr unsigned int kStr_SaveErrorHint = 11233;
 
 } // namespace DLG

@@ -6,6 +6,7 @@
 #include "DLG/Module.h"
 #include "KOR/Paths.h"
 #include "TL/AutoSave.h"
+#include "UIF/Cursor.h"
 #include "UIF/MessageBox.h"
 #include "UIF/PlayerControl.h"
 #include "UIF/Sound.h"
@@ -22,7 +23,8 @@ class TestHost::Wrappers : public UIF::PlayerService,
                            public UIF::MessageBoxService,
                            public UIF::SoundService,
                            public zelui::ui::UI_NodeManager,
-                           public zelcore::debug::DebugService {
+                           public zelcore::debug::DebugService,
+                           public UIF::CursorService {
 public:
     explicit Wrappers(const KOR::ServiceTable& inReal) : mReal(inReal) {}
 
@@ -66,6 +68,18 @@ public:
         return false;
     }
     void Break() override {}
+    void SetWaitCursor() override
+    {
+        ++mCounts.waitCursorsShown;
+        mCounts.sequence.emplace_back("wait cursor");
+        mReal.cursors->SetWaitCursor();
+    }
+    void RestoreCursor() override
+    {
+        ++mCounts.cursorsRestored;
+        mCounts.sequence.emplace_back("restore cursor");
+        mReal.cursors->RestoreCursor();
+    }
 
     HostCounts mCounts;
 
@@ -91,6 +105,7 @@ TestHost::TestHost(bool inWithMainWindow)
     table.sounds = mWrappers.get();
     table.nodeManager = mWrappers.get();
     table.debugger = mWrappers.get();
+    table.cursors = mWrappers.get();
     DLG::SetModule(HostQt::LoadModuleObject(StringTablePath()));
 }
 

@@ -31,6 +31,8 @@ struct HostCounts {
     std::vector<MessageBox> messageBoxes;
     std::vector<std::string> sequence; // the calls above, and what tests recorded, in order
     bool autoSaveBlockedNow = false;
+    int waitCursorsShown = 0;
+    int cursorsRestored = 0;
 };
 
 // A reference host for one test: settings in a temporary folder, the project's layout scripts,

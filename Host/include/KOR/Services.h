@@ -7,6 +7,7 @@ class Workspace;
 class PlayerService;
 class MessageBoxService;
 class SoundService;
+class CursorService;
 } // namespace UIF
 namespace TL {
 class AutoSaveService;
@@ -41,6 +42,7 @@ struct ServiceTable {
     zelcore::debug::DebugService* debugger = nullptr;
     SharedThreadedWorkQueue* workQueue = nullptr;
     ClockService* clock = nullptr;
+    UIF::CursorService* cursors = nullptr;
 };
 
 HOST_API ServiceTable& Services();

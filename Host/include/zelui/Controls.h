@@ -77,6 +77,8 @@ public:
     void SelectRow(int inRow);
     // The first selected row, or -1.
     int GetSelectedRow() const;
+    // The columns' header titles, from the first column on; an empty title keeps the script's.
+    void SetColumnTitles(const std::vector<std::wstring>& inTitles);
 
 private:
     bool mCheckable = false;
@@ -99,6 +101,7 @@ public:
 
     // Each key before the field handles it; true consumes the key. By default the field has it.
     virtual bool UI_DoKeyboardEvent(ui::UI_Node* inNode, const ui::KeyboardEvent& inEvent);
+    // In a text of several lines, "\r\n", "\r" and "\n" each end one line.
     void SetText(const std::wstring& inText);
     std::wstring GetText() const;
     // Selects the whole text and takes the focus, so that typing replaces it.

@@ -40,8 +40,8 @@ public:
 
     // A new control in inParent's window.
     UI_HotTextNumber(const drawbot::SupplierInterface* inSupplier, ui::UI_Node* inParent);
-    // A new control that takes inReplaced's place in its window's layout; inReplaced stays,
-    // for its owner to hide. Nothing else is copied.
+    // A new control that takes inReplaced's place in its window's layout, its accessible name
+    // and its tab stop; inReplaced stays, for its owner to hide. Nothing else is copied.
     explicit UI_HotTextNumber(UI_HotTextNumber& inReplaced);
     // The control of a widget that a layout script built.
     using UI_Control::UI_Control;

@@ -1,0 +1,95 @@
+// The reference host's project file: peaks measured from WAV files, audio clips read from it.
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include "BE/Project.h"
+#include "HostQt/ProjectFile.h"
+#include "HostQt/ReferenceHost.h"
+#include "WavFile.h"
+
+namespace {
+
+using TestSupport::WavFormat;
+
+struct PeakCase {
+    const char* name;
+    WavFormat format;
+    int channels;
+    std::vector<double> samples;
+    double peak;
+    bool oddChunk = false;
+};
+
+class WavPeak : public testing::TestWithParam<PeakCase> {};
+
+TEST_P(WavPeak, IsTheLargestMagnitudeOverAllChannels)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("clip.wav"));
+    TestSupport::WriteWav(path, GetParam().format, GetParam().channels, GetParam().samples, GetParam().oddChunk);
+    const std::optional<double> peak = HostQt::MeasureWavPeak(path);
+    ASSERT_TRUE(peak.has_value());
+    EXPECT_DOUBLE_EQ(*peak, GetParam().peak);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Formats, WavPeak,
+    testing::Values(PeakCase{"UInt8", WavFormat::kUInt8, 1, {0.25, -0.5, 0.125}, 0.5},
+                    PeakCase{"Int16Stereo", WavFormat::kInt16, 2, {0.1, -0.75, 0.5, 0.25}, 0.75},
+                    PeakCase{"Int16NegativeFullScale", WavFormat::kInt16, 1, {0.5, -1.0}, 1.0},
+                    PeakCase{"Int24", WavFormat::kInt24, 1, {-0.125, 0.375, 0.0}, 0.375},
+                    PeakCase{"Int32", WavFormat::kInt32, 2, {0.5, -0.25}, 0.5},
+                    PeakCase{"Float32AboveFullScale", WavFormat::kFloat32, 1, {0.5, -1.5}, 1.5},
+                    PeakCase{"Float64", WavFormat::kFloat64, 1, {0.0625, -0.03125}, 0.0625},
+                    PeakCase{"Extensible24", WavFormat::kExtensibleInt24, 2, {0.25, -0.625}, 0.625},
+                    PeakCase{"OddChunkBeforeTheSamples", WavFormat::kInt16, 1, {0.5, 0.25}, 0.5, true},
+                    PeakCase{"Silence", WavFormat::kInt16, 1, {0.0, 0.0}, 0.0}),
+    [](const auto& inInfo) { return std::string(inInfo.param.name); });
+
+TEST(WavPeak, NothingForAMissingOrForeignFile)
+{
+    const QTemporaryDir dir;
+    EXPECT_FALSE(HostQt::MeasureWavPeak(dir.filePath(QStringLiteral("missing.wav"))));
+    QFile text(dir.filePath(QStringLiteral("notes.wav")));
+    text.open(QIODevice::WriteOnly);
+    text.write("RIFF\x10\x00\x00\x00TEXTnot audio at all");
+    text.close();
+    EXPECT_FALSE(HostQt::MeasureWavPeak(text.fileName()));
+}
+
+// A file cut short (a copy that stopped) is measured over the samples it has.
+TEST(WavPeak, ATruncatedFileIsMeasuredOverWhatItHolds)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("cut.wav"));
+    TestSupport::WriteWav(path, WavFormat::kInt16, 1, {0.25, 0.5, 0.75});
+    QFile file(path);
+    ASSERT_TRUE(file.resize(file.size() - 2));
+    EXPECT_DOUBLE_EQ(HostQt::MeasureWavPeak(path).value_or(-1.0), 0.5);
+}
+
+TEST(ProjectAudioClips, AreTheAudioOnlyClipsAndThoseWithAPeak)
+{
+    const QTemporaryDir dir;
+    const QString media = dir.filePath(QStringLiteral("Gulls.wav"));
+    TestSupport::WriteWav(media, WavFormat::kInt16, 1, {0.5, -0.25});
+    const QByteArray json = QStringLiteral(R"({"clips": [
+        {"name": "Harbour.mov", "path": "/media/Harbour.mov"},
+        {"name": "Interview.mov", "path": "/media/missing/Interview.mov", "peakAmplitude": 0.8},
+        {"name": "Gulls.wav", "path": "%1", "audioOnly": true, "peakAmplitude": 0.1},
+        {"name": "Silent.wav", "path": "/media/missing/Silent.wav", "audioOnly": true}]})")
+                                .arg(media)
+                                .toUtf8();
+    const BE::ProjectRef project = HostQt::LoadProject(json, QStringLiteral("/tmp/Clips.tvx"));
+    const std::vector<BE::AudioClipRef> clips = project->GetAudioClips();
+    ASSERT_EQ(clips.size(), 3u);
+    EXPECT_EQ(clips[0]->GetName(), L"Interview.mov");
+    EXPECT_EQ(clips[0]->GetPeakAmplitude(), 0.8) << "offline: the peak the project recorded";
+    EXPECT_EQ(clips[1]->GetPeakAmplitude(), 0.5) << "online: measured from the file";
+    EXPECT_EQ(clips[2]->GetPeakAmplitude(), 0.0) << "nothing recorded, nothing to measure";
+}
+
+} // namespace
