@@ -66,6 +66,11 @@ bool HasFocus(QWidget& inWindow, const char* inName)
     return widget && widget->hasFocus();
 }
 
+Actions FocusOn(const char* inName)
+{
+    return [=](Step& ioStep) { ioStep.Inspect([=](QWidget& inWindow) { EXPECT_TRUE(HasFocus(inWindow, inName)); }); };
+}
+
 std::wstring Text(unsigned int inID) { return DLG::LoadString(inID); }
 
 // ---------------------------------------------------------------------------------------------
@@ -185,6 +190,14 @@ INSTANTIATE_TEST_SUITE_P(
                    [](Step& s) { s.Type("degreesNumberEdit", "90").Click("cancelButton"); }, false, 30.0},
         NumberCase{"RotationClose", kRotation, "TransformRotationDialog", 30.0,
                    [](Step& s) { s.Type("degreesNumberEdit", "90").Close(); }, false, 30.0},
+        // Tab reaches Cancel; Enter there presses it, as Space does.
+        NumberCase{"RotationEnterOnCancel", kRotation, "TransformRotationDialog", 30.0,
+                   [](Step& s) {
+                       s.Type("degreesNumberEdit", "90").Press(Qt::Key_Tab).Press(Qt::Key_Tab);
+                       FocusOn("cancelButton")(s);
+                       s.Press(Qt::Key_Return);
+                   },
+                   false, 30.0},
         NumberCase{"OpacityHalfShowsFiftyPercent", kOpacity, "TransformOpacityDialog", 0.5,
                    [](Step& s) {
                        ExpectShown("opacityNumberEdit", "50.0 %")(s);
@@ -265,6 +278,13 @@ INSTANTIATE_TEST_SUITE_P(
                  [](Step& s) { s.Type("clipNameTextEdit", "Interview").Press(Qt::Key_Escape); }, false, L"Unchanged"},
         NameCase{"RenameClose", kRename, "RenameClipDialog", "clipNameTextEdit",
                  [](Step& s) { s.Type("clipNameTextEdit", "Interview").Close(); }, false, L"Unchanged"},
+        NameCase{"RenameEnterOnCancel", kRename, "RenameClipDialog", "clipNameTextEdit",
+                 [](Step& s) {
+                     s.Type("clipNameTextEdit", "Interview").Press(Qt::Key_Tab, Qt::ShiftModifier);
+                     FocusOn("cancelButton")(s);
+                     s.Press(Qt::Key_Enter, Qt::KeypadModifier);
+                 },
+                 false, L"Unchanged"},
         NameCase{"TapeDefaultTaken", kTape, "NewTapeNameDialog", "tapeNameTextEdit",
                  [](Step& s) { s.Press(Qt::Key_Return); }, true, L"Before"},
         NameCase{"TapeTyped", kTape, "NewTapeNameDialog", "tapeNameTextEdit",
@@ -340,11 +360,6 @@ void ExpectMode(QWidget& inWindow, bool inUniform)
 Actions Mode(bool inUniform)
 {
     return [=](Step& ioStep) { ioStep.Inspect([=](QWidget& inWindow) { ExpectMode(inWindow, inUniform); }); };
-}
-
-Actions FocusOn(const char* inName)
-{
-    return [=](Step& ioStep) { ioStep.Inspect([=](QWidget& inWindow) { EXPECT_TRUE(HasFocus(inWindow, inName)); }); };
 }
 
 struct ScaleCase {
