@@ -184,6 +184,11 @@ INSTANTIATE_TEST_SUITE_P(
                    true, -45.5},
         NumberCase{"RotationUntouchedKeepsAllItsPlaces", kRotation, "TransformRotationDialog", 12.345,
                    [](Step& s) { s.Click("okButton"); }, true, 12.345},
+        // A clip turned many times over keeps its turns, untouched or typed.
+        NumberCase{"RotationOfManyTurnsUntouched", kRotation, "TransformRotationDialog", 7200.0,
+                   [](Step& s) { s.Press(Qt::Key_Return); }, true, 7200.0},
+        NumberCase{"RotationOfManyTurnsTyped", kRotation, "TransformRotationDialog", 0.0,
+                   [](Step& s) { s.Type("degreesNumberEdit", "-5400").Press(Qt::Key_Return); }, true, -5400.0},
         NumberCase{"RotationEscape", kRotation, "TransformRotationDialog", 30.0,
                    [](Step& s) { s.Type("degreesNumberEdit", "90").Press(Qt::Key_Escape); }, false, 30.0},
         NumberCase{"RotationCancel", kRotation, "TransformRotationDialog", 30.0,
