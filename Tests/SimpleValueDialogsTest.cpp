@@ -435,14 +435,15 @@ INSTANTIATE_TEST_SUITE_P(
                    Do([](Step& s) { s.Click("okButton"); })},
                   true,
                   kUniform},
-        // Shift+Tab from the horizontal edit skips the disabled uniform edit; Up moves to
-        // "Uniform", Space picks it.
+        // Tab follows the layout: each radio button, then its own edits. Shift+Tab from the
+        // horizontal edit reaches "Non-Uniform"; Up skips the disabled uniform edit to "Uniform",
+        // Space picks it and Tab goes on to its edit.
         ScaleCase{"ByKeyboard",
                   kNonUniform,
                   {Do([](Step& s) { s.Press(Qt::Key_Tab, Qt::ShiftModifier); }), FocusOn("Non-Uniform"),
                    Do([](Step& s) { s.Press(Qt::Key_Up); }), FocusOn("Uniform"), Mode(false),
                    Do([](Step& s) { s.Press(Qt::Key_Space); }), Mode(true),
-                   Do([](Step& s) { s.Press(Qt::Key_Tab).Press(Qt::Key_Tab); }), FocusOn("uniformScaleNumberEdit"),
+                   Do([](Step& s) { s.Press(Qt::Key_Tab); }), FocusOn("uniformScaleNumberEdit"),
                    Do([](Step& s) { s.Press(Qt::Key_Return); })},
                   true,
                   kUniform},
