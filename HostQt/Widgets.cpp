@@ -115,7 +115,10 @@ void DialogWidget::keyPressEvent(QKeyEvent* inEvent)
 {
     const bool noModifiers = (inEvent->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
     if (noModifiers && (inEvent->key() == Qt::Key_Return || inEvent->key() == Qt::Key_Enter)) {
-        if (!mOkButton) {
+        // Enter on the focused Cancel button means Cancel, not the OK it would otherwise reach.
+        if (mCancelButton && mCancelButton->hasFocus()) {
+            mCancelButton->click();
+        } else if (!mOkButton) {
             Respond(zelui::ui::UI_Dialog::kResponse_Accept);
         } else if (mOkButton->isEnabled() && mOkButton->isVisible()) {
             mOkButton->click();

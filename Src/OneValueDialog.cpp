@@ -57,7 +57,7 @@ private:
 
     bool ValidateControls() override
     {
-        if (mRefusal.text == 0 || !mEdit || !IsBlankName(mEdit->GetText())) {
+        if (mRefusal.text == 0 || !mEdit || !mEdit->GetText().empty()) {
             return true;
         }
         UIF::MessageBoxW(LoadString(mRefusal.text), LoadString(mRefusal.caption), UIF::kMessageBox_OK,
@@ -106,7 +106,5 @@ bool RunNameDialog(const std::wstring& inNodeName, const std::wstring& inEditNam
     ioName = dialog.Result();
     return true;
 }
-
-bool IsBlankName(const std::wstring& inText) { return inText.find_first_not_of(L" \t\r\n") == std::wstring::npos; }
 
 } // namespace DLG

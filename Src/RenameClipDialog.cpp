@@ -5,8 +5,6 @@
 
 namespace DLG {
 
-// A clip is found by its name in the project, so it must have one; a name of blanks is as
-// empty as none.
 bool DoRenameClipDialog(std::wstring& ioName)
 {
     return RunNameDialog(L"RenameClipDialog", L"clipNameTextEdit", ioName,

@@ -66,6 +66,11 @@ bool HasFocus(QWidget& inWindow, const char* inName)
     return widget && widget->hasFocus();
 }
 
+Actions FocusOn(const char* inName)
+{
+    return [=](Step& ioStep) { ioStep.Inspect([=](QWidget& inWindow) { EXPECT_TRUE(HasFocus(inWindow, inName)); }); };
+}
+
 std::wstring Text(unsigned int inID) { return DLG::LoadString(inID); }
 
 // ---------------------------------------------------------------------------------------------
@@ -179,12 +184,25 @@ INSTANTIATE_TEST_SUITE_P(
                    true, -45.5},
         NumberCase{"RotationUntouchedKeepsAllItsPlaces", kRotation, "TransformRotationDialog", 12.345,
                    [](Step& s) { s.Click("okButton"); }, true, 12.345},
+        // A clip turned many times over keeps its turns, untouched or typed.
+        NumberCase{"RotationOfManyTurnsUntouched", kRotation, "TransformRotationDialog", 7200.0,
+                   [](Step& s) { s.Press(Qt::Key_Return); }, true, 7200.0},
+        NumberCase{"RotationOfManyTurnsTyped", kRotation, "TransformRotationDialog", 0.0,
+                   [](Step& s) { s.Type("degreesNumberEdit", "-5400").Press(Qt::Key_Return); }, true, -5400.0},
         NumberCase{"RotationEscape", kRotation, "TransformRotationDialog", 30.0,
                    [](Step& s) { s.Type("degreesNumberEdit", "90").Press(Qt::Key_Escape); }, false, 30.0},
         NumberCase{"RotationCancel", kRotation, "TransformRotationDialog", 30.0,
                    [](Step& s) { s.Type("degreesNumberEdit", "90").Click("cancelButton"); }, false, 30.0},
         NumberCase{"RotationClose", kRotation, "TransformRotationDialog", 30.0,
                    [](Step& s) { s.Type("degreesNumberEdit", "90").Close(); }, false, 30.0},
+        // Tab reaches Cancel; Enter there presses it, as Space does.
+        NumberCase{"RotationEnterOnCancel", kRotation, "TransformRotationDialog", 30.0,
+                   [](Step& s) {
+                       s.Type("degreesNumberEdit", "90").Press(Qt::Key_Tab).Press(Qt::Key_Tab);
+                       FocusOn("cancelButton")(s);
+                       s.Press(Qt::Key_Return);
+                   },
+                   false, 30.0},
         NumberCase{"OpacityHalfShowsFiftyPercent", kOpacity, "TransformOpacityDialog", 0.5,
                    [](Step& s) {
                        ExpectShown("opacityNumberEdit", "50.0 %")(s);
@@ -265,6 +283,16 @@ INSTANTIATE_TEST_SUITE_P(
                  [](Step& s) { s.Type("clipNameTextEdit", "Interview").Press(Qt::Key_Escape); }, false, L"Unchanged"},
         NameCase{"RenameClose", kRename, "RenameClipDialog", "clipNameTextEdit",
                  [](Step& s) { s.Type("clipNameTextEdit", "Interview").Close(); }, false, L"Unchanged"},
+        NameCase{"RenameEnterOnCancel", kRename, "RenameClipDialog", "clipNameTextEdit",
+                 [](Step& s) {
+                     s.Type("clipNameTextEdit", "Interview").Press(Qt::Key_Tab, Qt::ShiftModifier);
+                     FocusOn("cancelButton")(s);
+                     s.Press(Qt::Key_Enter, Qt::KeypadModifier);
+                 },
+                 false, L"Unchanged"},
+        // Only an empty name is refused; blanks are a name.
+        NameCase{"RenameBlanksTaken", kRename, "RenameClipDialog", "clipNameTextEdit",
+                 [](Step& s) { s.Retype("clipNameTextEdit", "  ").Press(Qt::Key_Return); }, true, L"  "},
         NameCase{"TapeDefaultTaken", kTape, "NewTapeNameDialog", "tapeNameTextEdit",
                  [](Step& s) { s.Press(Qt::Key_Return); }, true, L"Before"},
         NameCase{"TapeTyped", kTape, "NewTapeNameDialog", "tapeNameTextEdit",
@@ -275,38 +303,36 @@ INSTANTIATE_TEST_SUITE_P(
                  [](Step& s) { s.Type("tapeNameTextEdit", "Reel 7").Click("cancelButton"); }, false, L"Unchanged"}),
     [](const auto& inInfo) { return std::string(inInfo.param.name); });
 
-// An empty or blank name is refused with a message, and the dialog stays open with its text
-// selected for typing again.
+// An empty name is refused with a message, and the dialog stays open with its text selected
+// for typing again.
 TEST(RenameClipDialog, EmptyNameShowsAMessageAndKeepsTheDialogOpen)
 {
-    for (const char* refused : {"", "   "}) {
-        TestHost host;
-        ScriptedUser user;
-        user.On("RenameClipDialog").Retype("clipNameTextEdit", refused).Click("okButton");
-        user.On("MessageBox").Press(Qt::Key_Return);
-        user.On("RenameClipDialog")
-            .Inspect([refused](QWidget& inWindow) {
-                if (const auto* field = Find<QLineEdit>(inWindow, "clipNameTextEdit")) {
-                    EXPECT_EQ(field->text(), QString::fromLatin1(refused));
-                    // The message box has just closed: the window gets the focus back when it is active again.
-                    EXPECT_EQ(inWindow.focusWidget(), field);
-                }
-            })
-            .Press(Qt::Key_Return);
-        user.On("MessageBox").Press(Qt::Key_Return);
-        user.On("RenameClipDialog").Press(Qt::Key_Escape);
-        std::wstring name = L"Clip 1";
-        EXPECT_FALSE(DLG::DoRenameClipDialog(name));
-        EXPECT_EQ(name, L"Clip 1");
-        EXPECT_THAT(user.Finish(), IsEmpty());
-        const auto boxes = host.Counts().messageBoxes;
-        ASSERT_EQ(boxes.size(), 2u) << "Enter is refused as OK is";
-        EXPECT_EQ(boxes[0].text, Text(DLG::kStr_RenameClipEmptyName));
-        EXPECT_EQ(boxes[0].caption, Text(DLG::kStr_RenameClipCaption));
-        EXPECT_EQ(boxes[0].buttons, UIF::kMessageBox_OK);
-        EXPECT_EQ(boxes[0].icon, UIF::kMessageBoxIcon_Error);
-        EXPECT_EQ(user.MessageBoxes()[0].text, QStringLiteral("Please enter a name for the clip."));
-    }
+    TestHost host;
+    ScriptedUser user;
+    user.On("RenameClipDialog").Retype("clipNameTextEdit", "").Click("okButton");
+    user.On("MessageBox").Press(Qt::Key_Return);
+    user.On("RenameClipDialog")
+        .Inspect([](QWidget& inWindow) {
+            if (const auto* field = Find<QLineEdit>(inWindow, "clipNameTextEdit")) {
+                EXPECT_THAT(field->text().toStdString(), IsEmpty());
+                // The message box has just closed: the window gets the focus back when it is active again.
+                EXPECT_EQ(inWindow.focusWidget(), field);
+            }
+        })
+        .Press(Qt::Key_Return);
+    user.On("MessageBox").Press(Qt::Key_Return);
+    user.On("RenameClipDialog").Press(Qt::Key_Escape);
+    std::wstring name = L"Clip 1";
+    EXPECT_FALSE(DLG::DoRenameClipDialog(name));
+    EXPECT_EQ(name, L"Clip 1");
+    EXPECT_THAT(user.Finish(), IsEmpty());
+    const auto boxes = host.Counts().messageBoxes;
+    ASSERT_EQ(boxes.size(), 2u) << "Enter is refused as OK is";
+    EXPECT_EQ(boxes[0].text, Text(DLG::kStr_RenameClipEmptyName));
+    EXPECT_EQ(boxes[0].caption, Text(DLG::kStr_RenameClipCaption));
+    EXPECT_EQ(boxes[0].buttons, UIF::kMessageBox_OK);
+    EXPECT_EQ(boxes[0].icon, UIF::kMessageBoxIcon_Error);
+    EXPECT_EQ(user.MessageBoxes()[0].text, QStringLiteral("Please enter a name for the clip."));
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -340,11 +366,6 @@ void ExpectMode(QWidget& inWindow, bool inUniform)
 Actions Mode(bool inUniform)
 {
     return [=](Step& ioStep) { ioStep.Inspect([=](QWidget& inWindow) { ExpectMode(inWindow, inUniform); }); };
-}
-
-Actions FocusOn(const char* inName)
-{
-    return [=](Step& ioStep) { ioStep.Inspect([=](QWidget& inWindow) { EXPECT_TRUE(HasFocus(inWindow, inName)); }); };
 }
 
 struct ScaleCase {
@@ -414,14 +435,15 @@ INSTANTIATE_TEST_SUITE_P(
                    Do([](Step& s) { s.Click("okButton"); })},
                   true,
                   kUniform},
-        // Shift+Tab from the horizontal edit skips the disabled uniform edit; Up moves to
-        // "Uniform", Space picks it.
+        // Tab follows the layout: each radio button, then its own edits. Shift+Tab from the
+        // horizontal edit reaches "Non-Uniform"; Up skips the disabled uniform edit to "Uniform",
+        // Space picks it and Tab goes on to its edit.
         ScaleCase{"ByKeyboard",
                   kNonUniform,
                   {Do([](Step& s) { s.Press(Qt::Key_Tab, Qt::ShiftModifier); }), FocusOn("Non-Uniform"),
                    Do([](Step& s) { s.Press(Qt::Key_Up); }), FocusOn("Uniform"), Mode(false),
                    Do([](Step& s) { s.Press(Qt::Key_Space); }), Mode(true),
-                   Do([](Step& s) { s.Press(Qt::Key_Tab).Press(Qt::Key_Tab); }), FocusOn("uniformScaleNumberEdit"),
+                   Do([](Step& s) { s.Press(Qt::Key_Tab); }), FocusOn("uniformScaleNumberEdit"),
                    Do([](Step& s) { s.Press(Qt::Key_Return); })},
                   true,
                   kUniform},

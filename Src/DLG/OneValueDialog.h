@@ -9,20 +9,17 @@ namespace DLG {
 // is written only when the user confirms; returns whether they did.
 bool RunNumberDialog(const std::wstring& inNodeName, const std::wstring& inEditName, double& ioValue);
 
-// What a name dialog says when the user confirms an empty or blank name, by string ID. With
-// both zero, any name (an empty one too) is taken.
+// What a name dialog says when the user confirms an empty name, by string ID. With both
+// zero, any name (an empty one too) is taken.
 struct EmptyNameMessage {
     unsigned int text = 0;
     unsigned int caption = 0;
 };
 
 // The script dialog inNodeName with one text edit, inEditName, showing ioName with all its text
-// selected. A name that inRefusal forbids keeps the dialog open after a message box. ioName is
-// written only when the user confirms; returns whether they did.
+// selected. With inRefusal set, an empty name keeps the dialog open after that message box.
+// ioName is written only when the user confirms; returns whether they did.
 bool RunNameDialog(const std::wstring& inNodeName, const std::wstring& inEditName, std::wstring& ioName,
                    EmptyNameMessage inRefusal = {});
-
-// True when inText holds nothing but blanks.
-bool IsBlankName(const std::wstring& inText);
 
 } // namespace DLG
