@@ -241,16 +241,20 @@ INSTANTIATE_TEST_SUITE_P(
                                [](TestSupport::Step& s) { s.Click(QStringLiteral("cancelButton")).Close(); }}),
     [](const auto& inInfo) { return std::string(inInfo.param.name); });
 
+// Enter away from the Cancel button is an acceptance, which only the operation's completion gives.
 TEST(ProgressDialog, EnterDoesNotEndTheDialog)
 {
     TestHost host;
     FakeClock clock;
     const auto operation = MakeOperation();
     ScriptedUser user;
-    user.On(QStringLiteral("ProgressDialog")).Press(Qt::Key_Return).Inspect([&](QWidget& inWindow) {
-        EXPECT_TRUE(inWindow.isVisible());
-        operation->PostComplete();
-    });
+    user.On(QStringLiteral("ProgressDialog"))
+        .Inspect([](QWidget& inWindow) { inWindow.setFocus(); })
+        .Press(Qt::Key_Return)
+        .Inspect([&](QWidget& inWindow) {
+            EXPECT_TRUE(inWindow.isVisible());
+            operation->PostComplete();
+        });
     EXPECT_TRUE(Progress(L"Conforming audio", operation));
     EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_FALSE(operation->IsCancelRequested());
