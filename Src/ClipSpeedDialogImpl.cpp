@@ -126,6 +126,14 @@ void SpeedLink::SetHundredths(std::int32_t inHundredths)
 {
     mHundredths = inHundredths;
     mFactor = mHundredths * kFactorPerHundredth;
+    mFactorDuration.reset();
+}
+
+void SpeedLink::SetSpeedForDuration(KOR::Time inDuration, std::int32_t inHundredths)
+{
+    mHundredths = inHundredths;
+    mFactor = static_cast<double>(mReference.Ticks()) * mRateMultiplier / static_cast<double>(inDuration.Ticks());
+    mFactorDuration = inDuration;
 }
 
 bool SpeedLink::DeriveDuration()
@@ -133,12 +141,16 @@ bool SpeedLink::DeriveDuration()
     if (mHundredths == 0) {
         return false;
     }
+    if (mFactorDuration) {
+        mDuration = *mFactorDuration;
+        return false;
+    }
     mDuration = DurationAtSpeed(mReference, mRateMultiplier, mHundredths);
     if (mDuration <= kLongestDuration) {
         return false;
     }
     mDuration = kLongestDuration;
-    SetHundredths(ClampToHundredths(HundredthsForDuration(mReference, mRateMultiplier, mDuration)));
+    SetSpeedForDuration(mDuration, ClampToHundredths(HundredthsForDuration(mReference, mRateMultiplier, mDuration)));
     return true;
 }
 
@@ -176,8 +188,10 @@ SpeedLink::Update SpeedLink::EnterDuration(KOR::Time inTyped, std::int32_t inMax
     const std::int64_t wanted = inTyped.Ticks() > 0 ? HundredthsForDuration(mReference, mRateMultiplier, inTyped)
                                                     : std::numeric_limits<std::int64_t>::max();
     const std::int32_t allowed = ClampToHundredths(std::clamp<std::int64_t>(wanted, 1, std::max(inMaxHundredths, 1)));
-    SetHundredths(allowed);
-    if (allowed != wanted || inTyped > kLongestDuration) {
+    if (allowed == wanted && inTyped <= kLongestDuration) {
+        SetSpeedForDuration(inTyped, allowed);
+    } else {
+        SetHundredths(allowed);
         DeriveDuration();
     }
     return Current(ShownPercent(mHundredths), false, true);

@@ -88,6 +88,8 @@ private:
     // speed is raised to match. False when the speed is zero (the duration stays).
     bool DeriveDuration();
     void SetHundredths(std::int32_t inHundredths);
+    // The speed that makes the clip last inDuration: the factor exactly, the hundredths rounded.
+    void SetSpeedForDuration(KOR::Time inDuration, std::int32_t inHundredths);
     // With inSpeedSet the speed kept for the caller becomes the one the hundredths give.
     Update Current(std::optional<double> inShownSpeed, bool inCheckReverse, bool inSpeedSet);
 
@@ -95,6 +97,9 @@ private:
     double mRateMultiplier;
     std::int32_t mHundredths;
     double mFactor;
+    // Set while the factor is reference x multiplier / this duration (a typed one, or the longest)
+    // rather than hundredths / 10000, so that linking again gives this duration back.
+    std::optional<KOR::Time> mFactorDuration;
     KOR::Time mDuration;
     double mKeptSpeed;
     bool mGanged;
