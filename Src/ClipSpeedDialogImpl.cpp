@@ -301,12 +301,14 @@ ClipSpeedDialogImpl::ClipSpeedDialogImpl(const UIF::Workspace& inWorkspace, KOR:
                                          const ClipSpeedEnabling& inEnabling)
     : DialogBaseImpl(L"ClipSpeedDialog", inWorkspace), mProject(std::move(inProject)), mValues(inValues),
       mEnabling(inEnabling),
-      mLink(inReferenceDuration, kRateMultiplier, inValues.speedPercent, inValues.duration, inValues.ganged)
+      mLink(inReferenceDuration, kRateMultiplier, inValues.speedPercent, inValues.duration, false)
 {
 }
 
 void ClipSpeedDialogImpl::BindControls()
 {
+    // Without a duration to change, the speed changes alone whatever the remembered gang says.
+    mLink.SetGanged(mEnabling.duration && ReadGanged());
     BindOkAndCancel();
     BindSpeed();
     BindDuration();
@@ -437,9 +439,7 @@ bool DoClipSpeedDialog(UIF::Commander* inCommander, KOR::InterfaceRef<BE::IProje
             }
         }
     } giveTargetBack{inCommander};
-    // Without a duration to change, the speed changes alone whatever the remembered gang says.
-    const bool ganged = inEnableDuration && ReadGanged();
-    ClipSpeedValues values{ioSpeedPercent, ioDuration, ioReverse, ioMaintainPitch, ganged};
+    ClipSpeedValues values{ioSpeedPercent, ioDuration, ioReverse, ioMaintainPitch, false};
     ClipSpeedDialogImpl dialog(*workspace, inProject, values, inReferenceDuration,
                                {inEnableReverse, inEnablePitch, inEnableDuration});
     dialog.Run(script);

@@ -76,6 +76,8 @@ public:
     // Links or unlinks. Linking derives the duration from the current speed; at the limit the
     // speed field shows the raised speed negated when playback is reversed.
     Update ToggleGang(bool inReversed);
+    // Links or unlinks without deriving anything: the state remembered from the last use.
+    void SetGanged(bool inGanged) { mGanged = inGanged; }
 
     bool IsGanged() const { return mGanged; }
     std::int32_t Hundredths() const { return mHundredths; }
@@ -133,7 +135,7 @@ struct ClipSpeedValues {
     KOR::Time duration;
     bool reverse;
     bool maintainPitch;
-    bool ganged;
+    bool ganged; // the result only: the dialog reads the remembered gang when it binds
 };
 
 // What the caller allows to change.
