@@ -346,7 +346,8 @@ void ClipSpeedDialogImpl::BindDuration()
     if (!scripted) {
         return;
     }
-    mDuration = new TimeCtrl(*scripted, CreateNotifyingTimecodeControlInfo(mProject));
+    mDuration =
+        new TimeCtrl(*scripted, CreateNotifyingTimecodeControlInfo(mProject), ClipSpeedDialog::kDurationStation);
     scripted->SetVisible(false);
     mDuration->SetMaximumTime(ClipSpeedDialog::kLongestDuration);
     mDuration->SetTime(mValues.duration);

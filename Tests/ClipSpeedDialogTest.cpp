@@ -18,6 +18,7 @@
 #include "DLG/ClipSpeedDialogImpl.h"
 #include "DLG/Module.h"
 #include "HostQt/ReferenceHost.h"
+#include "KOR/Stations.h"
 #include "ScriptedUser.h"
 #include "TestHost.h"
 #include "zelcore/Error.h"
@@ -655,6 +656,19 @@ TEST(ClipSpeedDialog, TheCallersCommanderGetsTheCommandsBackHoweverTheDialogEnds
     EXPECT_THROW(caller.Run(), zelcore::Error);
     EXPECT_THAT(failing.Finish(), IsEmpty());
     EXPECT_EQ(host.Workspace().CommandTarget(), &timeline);
+}
+
+TEST(ClipSpeedDialog, TheDurationIsOnItsNamedStationWhileTheDialogIsOpen)
+{
+    TestHost host;
+    ScriptedUser user;
+    user.On(kDialog)
+        .Inspect([](QWidget&) { EXPECT_TRUE(KOR::StationRegistry::IsRegistered(kDurationStation)); })
+        .Press(Qt::Key_Escape);
+    Caller caller;
+    EXPECT_FALSE(caller.Run());
+    EXPECT_THAT(user.Finish(), IsEmpty());
+    EXPECT_FALSE(KOR::StationRegistry::IsRegistered(kDurationStation));
 }
 
 TEST(ClipSpeedDialog, NullProjectBreaksTheContract)

@@ -38,6 +38,8 @@ inline constexpr KOR::Time kLongestDuration = KOR::Time::FromSeconds(86340);
 // Whether speed and duration are linked, remembered in the backend's properties.
 inline constexpr const wchar_t* kGangedProperty = L"ClipSpeed.Ganged";
 inline constexpr bool kDefaultGanged = true;
+// The message station of the duration field.
+inline constexpr const wchar_t* kDurationStation = L"uif.timecodeControl.station";
 
 // A typed percentage in hundredths, rounded half to even.
 std::int32_t HundredthsFromPercent(double inPercent);
