@@ -49,16 +49,24 @@ void Deliver(const std::wstring& inStation, const Message& inMessage)
     }
 }
 
-} // namespace
-
-std::wstring StationRegistry::RegisterUniqueStation()
+// inBase, when inBaseFirst and no live station has it, else inBase "." and the next number that
+// no live station has: unique and named stations never share a name.
+std::wstring RegisterFreeName(const std::wstring& inBase, bool inBaseFirst)
 {
     StationTable& table = Table();
     std::lock_guard lock(table.mMutex);
-    std::wstring name = L"station." + std::to_wstring(++table.mNext);
-    table.mListeners.emplace(name, std::vector<Listener*>());
+    std::wstring name = inBaseFirst ? inBase : inBase + L"." + std::to_wstring(++table.mNext);
+    while (!table.mListeners.emplace(name, std::vector<Listener*>()).second) {
+        name = inBase + L"." + std::to_wstring(++table.mNext);
+    }
     return name;
 }
+
+} // namespace
+
+std::wstring StationRegistry::RegisterUniqueStation() { return RegisterFreeName(L"station", false); }
+
+std::wstring StationRegistry::RegisterStation(const std::wstring& inName) { return RegisterFreeName(inName, true); }
 
 void StationRegistry::DisposeStation(const std::wstring& inName)
 {

@@ -126,6 +126,14 @@ void SpeedLink::SetHundredths(std::int32_t inHundredths)
 {
     mHundredths = inHundredths;
     mFactor = mHundredths * kFactorPerHundredth;
+    mFactorDuration.reset();
+}
+
+void SpeedLink::SetSpeedForDuration(KOR::Time inDuration, std::int32_t inHundredths)
+{
+    mHundredths = inHundredths;
+    mFactor = static_cast<double>(mReference.Ticks()) * mRateMultiplier / static_cast<double>(inDuration.Ticks());
+    mFactorDuration = inDuration;
 }
 
 bool SpeedLink::DeriveDuration()
@@ -133,12 +141,16 @@ bool SpeedLink::DeriveDuration()
     if (mHundredths == 0) {
         return false;
     }
+    if (mFactorDuration) {
+        mDuration = *mFactorDuration;
+        return false;
+    }
     mDuration = DurationAtSpeed(mReference, mRateMultiplier, mHundredths);
     if (mDuration <= kLongestDuration) {
         return false;
     }
     mDuration = kLongestDuration;
-    SetHundredths(ClampToHundredths(HundredthsForDuration(mReference, mRateMultiplier, mDuration)));
+    SetSpeedForDuration(mDuration, ClampToHundredths(HundredthsForDuration(mReference, mRateMultiplier, mDuration)));
     return true;
 }
 
@@ -176,8 +188,10 @@ SpeedLink::Update SpeedLink::EnterDuration(KOR::Time inTyped, std::int32_t inMax
     const std::int64_t wanted = inTyped.Ticks() > 0 ? HundredthsForDuration(mReference, mRateMultiplier, inTyped)
                                                     : std::numeric_limits<std::int64_t>::max();
     const std::int32_t allowed = ClampToHundredths(std::clamp<std::int64_t>(wanted, 1, std::max(inMaxHundredths, 1)));
-    SetHundredths(allowed);
-    if (allowed != wanted || inTyped > kLongestDuration) {
+    if (allowed == wanted && inTyped <= kLongestDuration) {
+        SetSpeedForDuration(inTyped, allowed);
+    } else {
+        SetHundredths(allowed);
         DeriveDuration();
     }
     return Current(ShownPercent(mHundredths), false, true);
@@ -287,12 +301,14 @@ ClipSpeedDialogImpl::ClipSpeedDialogImpl(const UIF::Workspace& inWorkspace, KOR:
                                          const ClipSpeedEnabling& inEnabling)
     : DialogBaseImpl(L"ClipSpeedDialog", inWorkspace), mProject(std::move(inProject)), mValues(inValues),
       mEnabling(inEnabling),
-      mLink(inReferenceDuration, kRateMultiplier, inValues.speedPercent, inValues.duration, inValues.ganged)
+      mLink(inReferenceDuration, kRateMultiplier, inValues.speedPercent, inValues.duration, false)
 {
 }
 
 void ClipSpeedDialogImpl::BindControls()
 {
+    // Without a duration to change, the speed changes alone whatever the remembered gang says.
+    mLink.SetGanged(mEnabling.duration && ReadGanged());
     BindOkAndCancel();
     BindSpeed();
     BindDuration();
@@ -330,7 +346,8 @@ void ClipSpeedDialogImpl::BindDuration()
     if (!scripted) {
         return;
     }
-    mDuration = new TimeCtrl(*scripted, CreateNotifyingTimecodeControlInfo(mProject));
+    mDuration =
+        new TimeCtrl(*scripted, CreateNotifyingTimecodeControlInfo(mProject), ClipSpeedDialog::kDurationStation);
     scripted->SetVisible(false);
     mDuration->SetMaximumTime(ClipSpeedDialog::kLongestDuration);
     mDuration->SetTime(mValues.duration);
@@ -423,9 +440,7 @@ bool DoClipSpeedDialog(UIF::Commander* inCommander, KOR::InterfaceRef<BE::IProje
             }
         }
     } giveTargetBack{inCommander};
-    // Without a duration to change, the speed changes alone whatever the remembered gang says.
-    const bool ganged = inEnableDuration && ReadGanged();
-    ClipSpeedValues values{ioSpeedPercent, ioDuration, ioReverse, ioMaintainPitch, ganged};
+    ClipSpeedValues values{ioSpeedPercent, ioDuration, ioReverse, ioMaintainPitch, false};
     ClipSpeedDialogImpl dialog(*workspace, inProject, values, inReferenceDuration,
                                {inEnableReverse, inEnablePitch, inEnableDuration});
     dialog.Run(script);

@@ -34,21 +34,23 @@ TimeCtrl::TimeCtrl(const zelui::drawbot::SupplierInterface* inSupplier, zelui::u
                    const UIF::TimecodeControlInfo& inInfo)
     : UI_HotTextNumber(inSupplier, inParent)
 {
-    Initialize(inInfo);
+    Initialize(inInfo, std::wstring());
 }
 
-TimeCtrl::TimeCtrl(zelui::controls::UI_HotTextNumber& inReplaced, const UIF::TimecodeControlInfo& inInfo)
+TimeCtrl::TimeCtrl(zelui::controls::UI_HotTextNumber& inReplaced, const UIF::TimecodeControlInfo& inInfo,
+                   const std::wstring& inStationName)
     : UI_HotTextNumber(inReplaced)
 {
     SetLocalRect(inReplaced.GetLocalRect());
-    Initialize(inInfo);
+    Initialize(inInfo, inStationName);
 }
 
 TimeCtrl::~TimeCtrl() { KOR::StationRegistry::DisposeStation(mStation); }
 
-void TimeCtrl::Initialize(const UIF::TimecodeControlInfo& inInfo)
+void TimeCtrl::Initialize(const UIF::TimecodeControlInfo& inInfo, const std::wstring& inStationName)
 {
-    mStation = KOR::StationRegistry::RegisterUniqueStation();
+    mStation = inStationName.empty() ? KOR::StationRegistry::RegisterUniqueStation()
+                                     : KOR::StationRegistry::RegisterStation(inStationName);
     mMaximumTime = kDefaultMaximumTime;
     SetFontSize(kFontSize);
     SetMinimum(0.0);

@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QPainter>
 
+#include <random>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -16,6 +18,7 @@
 #include "DLG/ClipSpeedDialogImpl.h"
 #include "DLG/Module.h"
 #include "HostQt/ReferenceHost.h"
+#include "KOR/Stations.h"
 #include "ScriptedUser.h"
 #include "TestHost.h"
 #include "zelcore/Error.h"
@@ -174,7 +177,37 @@ TEST(ClipSpeedLink, LinkingAtTheLimitShowsTheSpeedSignedByTheReverseFlag)
         EXPECT_EQ(update.duration, kLongestDuration);
         EXPECT_EQ(update.shownSpeed, reversed ? -ShownPercent(417) : ShownPercent(417));
         EXPECT_EQ(link.Hundredths(), 417);
-        EXPECT_DOUBLE_EQ(link.Factor(), 0.0417);
+        EXPECT_DOUBLE_EQ(link.Factor(), 3600.0 / 86340.0) << "the factor that gives 23:59:00, not 4.17 %";
+    }
+}
+
+// Unlinking and linking again with nothing changed in between changes nothing: a duration that
+// set the speed (typed, or the longest) comes back, not the one the rounded speed would give.
+TEST(ClipSpeedLink, RelinkingGivesBackTheDurationThatSetTheSpeed)
+{
+    struct Case {
+        const char* name;
+        Time reference;
+        Edit edit;
+        Time duration;
+        std::int32_t hundredths;
+    };
+    const Time oddTicks = Time(Time::FromSeconds(30).Ticks() + 7);
+    const std::vector<Case> cases = {
+        {"typed a third", kTenSeconds, Duration(Time::FromSeconds(30)), Time::FromSeconds(30), 3333},
+        {"typed at odd ticks", kTenSeconds, Duration(oddTicks), oddTicks, 3333},
+        {"too slow", kHour, Speed(1), kLongestDuration, 417},
+        {"too slow typed negative", kHour, Speed(-1), kLongestDuration, 417},
+    };
+    for (const Case& c : cases) {
+        SpeedLink link(c.reference, 1.0, 100.0, c.reference, true);
+        Apply(link, c.edit);
+        link.ToggleGang(false);
+        const SpeedLink::Update update = link.ToggleGang(false);
+        EXPECT_EQ(update.duration, c.duration) << c.name;
+        EXPECT_EQ(update.shownSpeed, std::nullopt) << c.name << ": the speed shown stays";
+        EXPECT_EQ(link.Hundredths(), c.hundredths) << c.name;
+        EXPECT_EQ(update.keptSpeed, KeptPercent(c.hundredths)) << c.name;
     }
 }
 
@@ -206,9 +239,11 @@ TEST_P(ClipSpeedRoundTrip, NormalSpeedGivesBackTheReferenceToTheTick)
     EXPECT_EQ(link.Hundredths(), kNormalSpeed);
 }
 
-// 10 s of 29.97 video and an odd tick count that no frame rate gives.
+// 10 s of 29.97 video, 1 h of 23.976 video and odd tick counts that no frame rate gives.
 const Time kNtscTen = Time(300, kFrameRate_NTSC2997);
 const Time kOddTicks = Time(299, kFrameRate_NTSC2997) + Time(7);
+const Time kFilmHour = Time(86400, kFrameRate_Film23976);
+const Time kOddFilm = Time(1439, kFrameRate_Film23976) + Time(13);
 
 INSTANTIATE_TEST_SUITE_P(
     Sequences, ClipSpeedRoundTrip,
@@ -223,8 +258,53 @@ INSTANTIATE_TEST_SUITE_P(
         RoundTripCase{"TogglesAtTheLimit", kOddTicks, 1.0, true, {Toggle(), Speed(0.03), Toggle(true), Toggle()}},
         RoundTripCase{"TypedDurationPastTheLimit", kOddTicks, 1.0, true, {Duration(Time::FromSeconds(90000))}},
         RoundTripCase{"WithAMultiplier", kOddTicks, 1000.0 / 1001.0, true,
-                      {Speed(33.33), Duration(Time::FromSeconds(2)), Speed(-70)}}),
+                      {Speed(33.33), Duration(Time::FromSeconds(2)), Speed(-70)}},
+        RoundTripCase{"FilmHourThroughTheLimitAndRelinked", kFilmHour, 1.0, true,
+                      {Speed(2), Toggle(), Toggle(true), Duration(Time(1439, kFrameRate_Film23976)), Toggle(),
+                       Toggle()}},
+        RoundTripCase{"OddTypedDurationsRelinked", kOddFilm, 1.0, true,
+                      {Duration(Time(12345678901)), Toggle(), Toggle(), Duration(Time(1)), Speed(-0.01), Toggle(true)}},
+        RoundTripCase{"LongestDurationTypedThenReversed", kOddTicks, 1.0, true,
+                      {Duration(kLongestDuration), Speed(-100.005), Toggle(), Duration(Time()), Toggle(true)}},
+        RoundTripCase{"UnlinkedAtTheLimitWithAMultiplier", kFilmHour, 1001.0 / 1000.0, false,
+                      {Speed(0.01), Duration(kLongestDuration), Toggle(), Speed(-33.335)}}),
     [](const auto& inInfo) { return std::string(inInfo.param.name); });
+
+// Many seeded walks of speeds, durations and toggles over 29.97 and 23.976 references.
+TEST(ClipSpeedRoundTrip, RandomWalksGiveBackTheReferenceToTheTick)
+{
+    std::mt19937_64 random(9117);
+    const std::vector<Time> references = {kNtscTen, kOddTicks, kFilmHour, kOddFilm, Time(1)};
+    const std::vector<double> speeds = {100.0, 50.0, -50.0, 0.0, 0.01, -0.01, 33.335, 99.995, 10000.0, -2.675};
+    for (int walk = 0; walk < 400; ++walk) {
+        const Time reference = references[walk % references.size()];
+        SpeedLink link(reference, 1.0, 100.0, reference, walk % 2 == 0);
+        std::string trail;
+        for (int step = 0; step < 8; ++step) {
+            switch (random() % 3) {
+            case 0: {
+                const double speed = speeds[random() % speeds.size()] + static_cast<double>(random() % 7) * 0.003;
+                link.EnterSpeed(speed);
+                trail += " speed " + std::to_string(speed);
+                break;
+            }
+            case 1: {
+                const Time duration(static_cast<std::int64_t>(random() % (kLongestDuration.Ticks() + 2)));
+                link.EnterDuration(duration, 1000000);
+                trail += " duration " + std::to_string(duration.Ticks());
+                break;
+            }
+            default:
+                link.ToggleGang(random() % 2 == 0);
+                trail += " toggle";
+            }
+        }
+        if (!link.IsGanged()) {
+            link.ToggleGang(false);
+        }
+        EXPECT_EQ(link.EnterSpeed(100.0).duration, reference) << reference.Ticks() << ":" << trail;
+    }
+}
 
 // ---------------------------------------------------------------------------------------------
 // The host's sub-view and its images
@@ -576,6 +656,19 @@ TEST(ClipSpeedDialog, TheCallersCommanderGetsTheCommandsBackHoweverTheDialogEnds
     EXPECT_THROW(caller.Run(), zelcore::Error);
     EXPECT_THAT(failing.Finish(), IsEmpty());
     EXPECT_EQ(host.Workspace().CommandTarget(), &timeline);
+}
+
+TEST(ClipSpeedDialog, TheDurationIsOnItsNamedStationWhileTheDialogIsOpen)
+{
+    TestHost host;
+    ScriptedUser user;
+    user.On(kDialog)
+        .Inspect([](QWidget&) { EXPECT_TRUE(KOR::StationRegistry::IsRegistered(kDurationStation)); })
+        .Press(Qt::Key_Escape);
+    Caller caller;
+    EXPECT_FALSE(caller.Run());
+    EXPECT_THAT(user.Finish(), IsEmpty());
+    EXPECT_FALSE(KOR::StationRegistry::IsRegistered(kDurationStation));
 }
 
 TEST(ClipSpeedDialog, NullProjectBreaksTheContract)

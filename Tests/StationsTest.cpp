@@ -209,4 +209,27 @@ TEST(WorkQueue, WithoutAHostInstanceRaisesTheHostError)
     KOR::Services() = saved;
 }
 
+TEST(Stations, ANamedStationIsNumberedWhileItsNameIsTakenAndNeverSharesOne)
+{
+    using KOR::StationRegistry;
+    const std::wstring name = L"test.named.station";
+    const std::wstring first = StationRegistry::RegisterStation(name);
+    const std::wstring second = StationRegistry::RegisterStation(name);
+    EXPECT_EQ(first, name);
+    EXPECT_TRUE(second.starts_with(name + L"."));
+    StationRegistry::DisposeStation(first);
+    EXPECT_TRUE(StationRegistry::IsRegistered(second)) << "disposing one leaves the other";
+    EXPECT_EQ(StationRegistry::RegisterStation(name), name) << "the name is free again";
+
+    // A unique station skips a name that a named one took.
+    const std::wstring unique = StationRegistry::RegisterUniqueStation();
+    const std::wstring next = L"station." + std::to_wstring(std::stoull(unique.substr(unique.find(L'.') + 1)) + 1);
+    EXPECT_EQ(StationRegistry::RegisterStation(next), next);
+    const std::wstring after = StationRegistry::RegisterUniqueStation();
+    EXPECT_NE(after, next);
+    for (const std::wstring& station : {name, second, unique, next, after}) {
+        StationRegistry::DisposeStation(station);
+    }
+}
+
 } // namespace

@@ -38,6 +38,8 @@ inline constexpr KOR::Time kLongestDuration = KOR::Time::FromSeconds(86340);
 // Whether speed and duration are linked, remembered in the backend's properties.
 inline constexpr const wchar_t* kGangedProperty = L"ClipSpeed.Ganged";
 inline constexpr bool kDefaultGanged = true;
+// The message station of the duration field.
+inline constexpr const wchar_t* kDurationStation = L"uif.timecodeControl.station";
 
 // A typed percentage in hundredths, rounded half to even.
 std::int32_t HundredthsFromPercent(double inPercent);
@@ -76,6 +78,8 @@ public:
     // Links or unlinks. Linking derives the duration from the current speed; at the limit the
     // speed field shows the raised speed negated when playback is reversed.
     Update ToggleGang(bool inReversed);
+    // Links or unlinks without deriving anything: the state remembered from the last use.
+    void SetGanged(bool inGanged) { mGanged = inGanged; }
 
     bool IsGanged() const { return mGanged; }
     std::int32_t Hundredths() const { return mHundredths; }
@@ -88,6 +92,8 @@ private:
     // speed is raised to match. False when the speed is zero (the duration stays).
     bool DeriveDuration();
     void SetHundredths(std::int32_t inHundredths);
+    // The speed that makes the clip last inDuration: the factor exactly, the hundredths rounded.
+    void SetSpeedForDuration(KOR::Time inDuration, std::int32_t inHundredths);
     // With inSpeedSet the speed kept for the caller becomes the one the hundredths give.
     Update Current(std::optional<double> inShownSpeed, bool inCheckReverse, bool inSpeedSet);
 
@@ -95,6 +101,9 @@ private:
     double mRateMultiplier;
     std::int32_t mHundredths;
     double mFactor;
+    // Set while the factor is reference x multiplier / this duration (a typed one, or the longest)
+    // rather than hundredths / 10000, so that linking again gives this duration back.
+    std::optional<KOR::Time> mFactorDuration;
     KOR::Time mDuration;
     double mKeptSpeed;
     bool mGanged;
@@ -128,7 +137,7 @@ struct ClipSpeedValues {
     KOR::Time duration;
     bool reverse;
     bool maintainPitch;
-    bool ganged;
+    bool ganged; // the result only: the dialog reads the remembered gang when it binds
 };
 
 // What the caller allows to change.

@@ -19,8 +19,10 @@ class DLG_API TimeCtrl : public zelui::controls::UI_HotTextNumber {
 public:
     TimeCtrl(const zelui::drawbot::SupplierInterface* inSupplier, zelui::ui::UI_Node* inParent,
              const UIF::TimecodeControlInfo& inInfo);
-    // Takes inReplaced's place in its window.
-    TimeCtrl(zelui::controls::UI_HotTextNumber& inReplaced, const UIF::TimecodeControlInfo& inInfo);
+    // Takes inReplaced's place in its window. With inStationName the control's station has that
+    // name (numbered while another live station holds it); without, a unique one.
+    TimeCtrl(zelui::controls::UI_HotTextNumber& inReplaced, const UIF::TimecodeControlInfo& inInfo,
+             const std::wstring& inStationName = std::wstring());
     ~TimeCtrl() override;
 
     // The time is kept exactly, between frames too, until the user changes it.
@@ -52,7 +54,7 @@ private:
         KOR::FrameRate rate;
     };
 
-    void Initialize(const UIF::TimecodeControlInfo& inInfo);
+    void Initialize(const UIF::TimecodeControlInfo& inInfo, const std::wstring& inStationName);
     // What the number counts: frames at the rate, or milliseconds when the rate is zero.
     KOR::FrameRate CountingRate() const;
     void SetNumberFromTime(KOR::Time inTime);

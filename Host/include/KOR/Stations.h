@@ -14,6 +14,9 @@ class HOST_API StationRegistry {
 public:
     // A name no other live station has.
     static std::wstring RegisterUniqueStation();
+    // Registers inName, or while a live station has it, inName followed by "." and a number that
+    // makes it unique. Returns the name registered.
+    static std::wstring RegisterStation(const std::wstring& inName);
     // Drops the station with its listeners; messages still on their way to it are dropped too.
     static void DisposeStation(const std::wstring& inName);
     static bool IsRegistered(const std::wstring& inName);
