@@ -121,30 +121,40 @@ public:
     AudioClip(int inIndex, const QJsonObject& inClip)
         : mIndex(inIndex), mName(inClip.value(QStringLiteral("name")).toString().toStdWString()),
           mPath(inClip.value(QStringLiteral("path")).toString()),
-          mRecordedPeak(inClip.value(QStringLiteral("peakAmplitude")).toDouble(0.0))
+          mPeak(RecordedPeak(inClip))
     {
     }
 
     std::wstring GetName() const override { return mName; }
     std::wstring GetMediaPath() const override { return mPath.toStdWString(); }
+    // Measured once; an unreadable file falls back on what the project recorded.
     double GetPeakAmplitude() const override
     {
-        if (!mPeak) {
-            mPeak = MeasureWavPeak(mPath).value_or(mRecordedPeak);
+        if (!mMeasured) {
+            mMeasured = true;
+            if (const std::optional<double> measured = MeasureWavPeak(mPath)) {
+                mPeak = measured;
+            }
         }
-        return *mPeak;
+        return mPeak.value_or(kPeakUnknown);
     }
 
     int Index() const { return mIndex; }
     // The peak to record: measured if it was asked for, otherwise as the file had it.
-    double KnownPeak() const { return mPeak.value_or(mRecordedPeak); }
+    std::optional<double> KnownPeak() const { return mPeak; }
 
 private:
+    static std::optional<double> RecordedPeak(const QJsonObject& inClip)
+    {
+        const QJsonValue peak = inClip.value(QStringLiteral("peakAmplitude"));
+        return peak.isDouble() && peak.toDouble() >= 0.0 ? std::optional<double>(peak.toDouble()) : std::nullopt;
+    }
+
     int mIndex;
     std::wstring mName;
     QString mPath;
-    double mRecordedPeak;
     mutable std::optional<double> mPeak;
+    mutable bool mMeasured = false;
 };
 
 long OpenFailure(const QFileInfo& inTarget, const QFileInfo& inFolder)
@@ -210,9 +220,9 @@ QJsonArray WriteAudioClips(QJsonArray inClips, const std::vector<BE::AudioClipRe
 {
     for (const BE::AudioClipRef& ref : inAudioClips) {
         const auto* clip = dynamic_cast<const AudioClip*>(ref.Get());
-        if (clip && clip->Index() < inClips.size()) {
+        if (clip && clip->KnownPeak() && clip->Index() < inClips.size()) {
             QJsonObject entry = inClips.at(clip->Index()).toObject();
-            entry.insert(QStringLiteral("peakAmplitude"), clip->KnownPeak());
+            entry.insert(QStringLiteral("peakAmplitude"), *clip->KnownPeak());
             inClips.replace(clip->Index(), entry);
         }
     }
