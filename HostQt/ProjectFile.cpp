@@ -12,6 +12,10 @@
 #include <cstdint>
 #include <cstring>
 
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+
 #include "BE/Project.h"
 #include "HostQt/ProjectFile.h"
 
@@ -168,6 +172,20 @@ long OpenFailure(const QFileInfo& inTarget, const QFileInfo& inFolder)
     return BE::kSaveError_Failed;
 }
 
+// The new file is made by whoever saves; a project that someone else owns (a shared folder's
+// group, an administrator saving for a user) keeps its owner and group where the system allows.
+void KeepOwnership(const QSaveFile& inFile, const QFileInfo& inTarget)
+{
+#ifdef Q_OS_UNIX
+    if (inTarget.exists() && (inTarget.ownerId() != geteuid() || inTarget.groupId() != getegid())) {
+        [[maybe_unused]] const int refused = fchown(inFile.handle(), inTarget.ownerId(), inTarget.groupId());
+    }
+#else
+    Q_UNUSED(inFile);
+    Q_UNUSED(inTarget);
+#endif
+}
+
 long WriteFailure(const QFileInfo& inFolder, qint64 inNeeded)
 {
     const QStorageInfo storage(inFolder.absoluteFilePath());
@@ -243,6 +261,7 @@ long WriteProjectFile(const QJsonObject& inProject, const QString& inPath)
     if (!file.open(QIODevice::WriteOnly)) {
         return OpenFailure(target, folder);
     }
+    KeepOwnership(file, target);
     const QByteArray data = QJsonDocument(inProject).toJson();
     // Committing flushes without looking at how much reached the disk: a short write (a disk
     // filling up) would replace the old file with the start of the new one. Flush and measure first.
