@@ -12,6 +12,10 @@
 #include <cstdint>
 #include <cstring>
 
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+
 #include "BE/Project.h"
 #include "HostQt/ProjectFile.h"
 
@@ -121,30 +125,40 @@ public:
     AudioClip(int inIndex, const QJsonObject& inClip)
         : mIndex(inIndex), mName(inClip.value(QStringLiteral("name")).toString().toStdWString()),
           mPath(inClip.value(QStringLiteral("path")).toString()),
-          mRecordedPeak(inClip.value(QStringLiteral("peakAmplitude")).toDouble(0.0))
+          mPeak(RecordedPeak(inClip))
     {
     }
 
     std::wstring GetName() const override { return mName; }
     std::wstring GetMediaPath() const override { return mPath.toStdWString(); }
+    // Measured once; an unreadable file falls back on what the project recorded.
     double GetPeakAmplitude() const override
     {
-        if (!mPeak) {
-            mPeak = MeasureWavPeak(mPath).value_or(mRecordedPeak);
+        if (!mMeasured) {
+            mMeasured = true;
+            if (const std::optional<double> measured = MeasureWavPeak(mPath)) {
+                mPeak = measured;
+            }
         }
-        return *mPeak;
+        return mPeak.value_or(kPeakUnknown);
     }
 
     int Index() const { return mIndex; }
     // The peak to record: measured if it was asked for, otherwise as the file had it.
-    double KnownPeak() const { return mPeak.value_or(mRecordedPeak); }
+    std::optional<double> KnownPeak() const { return mPeak; }
 
 private:
+    static std::optional<double> RecordedPeak(const QJsonObject& inClip)
+    {
+        const QJsonValue peak = inClip.value(QStringLiteral("peakAmplitude"));
+        return peak.isDouble() && peak.toDouble() >= 0.0 ? std::optional<double>(peak.toDouble()) : std::nullopt;
+    }
+
     int mIndex;
     std::wstring mName;
     QString mPath;
-    double mRecordedPeak;
     mutable std::optional<double> mPeak;
+    mutable bool mMeasured = false;
 };
 
 long OpenFailure(const QFileInfo& inTarget, const QFileInfo& inFolder)
@@ -156,6 +170,20 @@ long OpenFailure(const QFileInfo& inTarget, const QFileInfo& inFolder)
         return BE::kSaveError_AccessDenied;
     }
     return BE::kSaveError_Failed;
+}
+
+// The new file is made by whoever saves; a project that someone else owns (a shared folder's
+// group, an administrator saving for a user) keeps its owner and group where the system allows.
+void KeepOwnership(const QSaveFile& inFile, const QFileInfo& inTarget)
+{
+#ifdef Q_OS_UNIX
+    if (inTarget.exists() && (inTarget.ownerId() != geteuid() || inTarget.groupId() != getegid())) {
+        [[maybe_unused]] const int refused = fchown(inFile.handle(), inTarget.ownerId(), inTarget.groupId());
+    }
+#else
+    Q_UNUSED(inFile);
+    Q_UNUSED(inTarget);
+#endif
 }
 
 long WriteFailure(const QFileInfo& inFolder, qint64 inNeeded)
@@ -210,9 +238,9 @@ QJsonArray WriteAudioClips(QJsonArray inClips, const std::vector<BE::AudioClipRe
 {
     for (const BE::AudioClipRef& ref : inAudioClips) {
         const auto* clip = dynamic_cast<const AudioClip*>(ref.Get());
-        if (clip && clip->Index() < inClips.size()) {
+        if (clip && clip->KnownPeak() && clip->Index() < inClips.size()) {
             QJsonObject entry = inClips.at(clip->Index()).toObject();
-            entry.insert(QStringLiteral("peakAmplitude"), clip->KnownPeak());
+            entry.insert(QStringLiteral("peakAmplitude"), *clip->KnownPeak());
             inClips.replace(clip->Index(), entry);
         }
     }
@@ -233,6 +261,7 @@ long WriteProjectFile(const QJsonObject& inProject, const QString& inPath)
     if (!file.open(QIODevice::WriteOnly)) {
         return OpenFailure(target, folder);
     }
+    KeepOwnership(file, target);
     const QByteArray data = QJsonDocument(inProject).toJson();
     // Committing flushes without looking at how much reached the disk: a short write (a disk
     // filling up) would replace the old file with the start of the new one. Flush and measure first.

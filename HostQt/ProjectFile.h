@@ -18,9 +18,10 @@ std::optional<double> MeasureWavPeak(const QString& inPath);
 
 // The audio clips among a project file's "clips": those marked "audioOnly" or carrying a
 // "peakAmplitude". A clip's peak is measured from its media file when that reads as WAV, and
-// otherwise is the "peakAmplitude" the project file recorded (0 when it recorded none).
+// otherwise is the "peakAmplitude" the project file recorded (unknown when it recorded none).
 std::vector<BE::AudioClipRef> ReadAudioClips(const QJsonArray& inClips);
-// inClips with each audio clip's peak as last known, for the project file.
+// inClips with each audio clip's peak as last known, for the project file; a clip whose peak is
+// unknown is left as it was.
 QJsonArray WriteAudioClips(QJsonArray inClips, const std::vector<BE::AudioClipRef>& inAudioClips);
 
 // Writes inProject as JSON to inPath through a temporary file that replaces the old one only

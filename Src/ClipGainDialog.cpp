@@ -6,6 +6,7 @@
 #include "DLG/DialogBaseImpl.h"
 #include "DLG/HotNumberControl.h"
 #include "UIF/Cursor.h"
+#include "UIF/Sound.h"
 
 namespace DLG {
 
@@ -25,15 +26,18 @@ double GainFromDecibels(double inDecibels)
     return static_cast<float>(std::pow(10.0, static_cast<double>(exponent)));
 }
 
-Normalized NormalizeToPeak(double inPeak)
+std::optional<Normalized> NormalizeToPeak(double inPeak)
 {
-    const double gain = inPeak > 0.0 ? 1.0 / inPeak : HUGE_VAL;
+    if (!(inPeak > 0.0)) {
+        return std::nullopt;
+    }
+    const double gain = 1.0 / inPeak;
     const double level = 20.0 * std::log10(gain);
     if (level >= kMinimumDecibels && level <= kMaximumDecibels) {
-        return {gain, level};
+        return Normalized{gain, level};
     }
     const double limit = std::clamp(level, kMinimumDecibels, kMaximumDecibels);
-    return {GainFromDecibels(limit), limit};
+    return Normalized{GainFromDecibels(limit), limit};
 }
 
 } // namespace ClipGain
@@ -91,10 +95,14 @@ private:
     void Normalize()
     {
         const UIF::WaitCursor waitCursor;
-        const Normalized normalized = NormalizeToPeak(mValues.clip->GetPeakAmplitude());
-        mValues.gain = normalized.gain;
+        const std::optional<Normalized> normalized = NormalizeToPeak(mValues.clip->GetPeakAmplitude());
+        if (!normalized) {
+            UIF::Beep();
+            return;
+        }
+        mValues.gain = normalized->gain;
         if (mDecibels) {
-            ShowValue(*mDecibels, normalized.decibels);
+            ShowValue(*mDecibels, normalized->decibels);
         }
     }
 

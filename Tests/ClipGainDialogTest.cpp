@@ -51,18 +51,23 @@ TEST(ClipGainLevel, GainOfALevelIsWorkedInSinglePrecision)
 
 TEST(ClipGainLevel, NormalizingLiftsThePeakToFullScaleWithinTheLimits)
 {
-    const Normalized half = NormalizeToPeak(0.5);
+    const Normalized half = NormalizeToPeak(0.5).value();
     EXPECT_EQ(half.gain, 2.0);
     EXPECT_NEAR(half.decibels, 6.0206, 1e-4);
-    const Normalized full = NormalizeToPeak(1.0);
+    const Normalized full = NormalizeToPeak(1.0).value();
     EXPECT_EQ(full.gain, 1.0);
     EXPECT_EQ(full.decibels, 0.0);
-    const Normalized hot = NormalizeToPeak(4.0);
+    const Normalized hot = NormalizeToPeak(4.0).value();
     EXPECT_EQ(hot.gain, 0.25) << "a float clip above full scale is brought down";
-    for (const double quiet : {0.0, 1e-7}) {
-        const Normalized clamped = NormalizeToPeak(quiet);
-        EXPECT_EQ(clamped.decibels, kMaximumDecibels);
-        EXPECT_EQ(clamped.gain, GainFromDecibels(kMaximumDecibels)) << "peak " << quiet;
+    const Normalized quiet = NormalizeToPeak(1e-7).value();
+    EXPECT_EQ(quiet.decibels, kMaximumDecibels);
+    EXPECT_EQ(quiet.gain, GainFromDecibels(kMaximumDecibels));
+}
+
+TEST(ClipGainLevel, SilenceOrAnUnmeasuredPeakHasNothingToNormalize)
+{
+    for (const double peak : {0.0, -0.0, -1.0, std::nan("")}) {
+        EXPECT_FALSE(NormalizeToPeak(peak).has_value()) << "peak " << peak;
     }
 }
 
@@ -193,6 +198,25 @@ TEST(ClipGainDialogNormalize, WithoutAClipRaisesTheNullInterfaceErrorAndRestores
     EXPECT_EQ(host.Counts().cursorsRestored, 1);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     EXPECT_FALSE(host.Counts().autoSaveBlockedNow);
+}
+
+TEST(ClipGainDialogNormalize, ASilentClipBeepsAndKeepsTheGain)
+{
+    TestSupport::TestHost host;
+    KOR::InterfaceRef<Clip> clip(new Clip(0.0));
+    float gain = 0.5f;
+    ScriptedUser user;
+    user.On(QStringLiteral("ClipGain"))
+        .Click("normalizeButton")
+        .Click(kLevel)
+        .Inspect(ShowsLevel("-6.0"))
+        .Press(Qt::Key_Escape)
+        .Click("okButton");
+    EXPECT_TRUE(DLG::DoClipGainDialog(clip, gain));
+    EXPECT_THAT(user.Finish(), IsEmpty());
+    EXPECT_EQ(gain, 0.5f);
+    EXPECT_EQ(host.Counts().beeps, 1);
+    EXPECT_EQ(host.Counts().cursorsRestored, 1);
 }
 
 // A clip of the host's project whose media file is on disk: its peak is measured from the file.

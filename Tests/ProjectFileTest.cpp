@@ -1,6 +1,9 @@
 // The reference host's project file: peaks measured from WAV files, audio clips read from it.
 
 #include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -89,7 +92,30 @@ TEST(ProjectAudioClips, AreTheAudioOnlyClipsAndThoseWithAPeak)
     EXPECT_EQ(clips[0]->GetName(), L"Interview.mov");
     EXPECT_EQ(clips[0]->GetPeakAmplitude(), 0.8) << "offline: the peak the project recorded";
     EXPECT_EQ(clips[1]->GetPeakAmplitude(), 0.5) << "online: measured from the file";
-    EXPECT_EQ(clips[2]->GetPeakAmplitude(), 0.0) << "nothing recorded, nothing to measure";
+    EXPECT_EQ(clips[2]->GetPeakAmplitude(), BE::IAudioClip::kPeakUnknown)
+        << "nothing recorded, nothing to measure: unknown, not silence";
+}
+
+// Saving records the peaks that are known and invents none for the clips that cannot be measured.
+TEST(ProjectAudioClips, OnlyKnownPeaksAreWrittenBack)
+{
+    const QTemporaryDir dir;
+    const QString media = dir.filePath(QStringLiteral("Gulls.wav"));
+    TestSupport::WriteWav(media, WavFormat::kInt16, 1, {0.25, -0.5});
+    const QJsonArray clips = QJsonDocument::fromJson(QStringLiteral(R"([
+        {"name": "Gulls.wav", "path": "%1", "audioOnly": true},
+        {"name": "Silent.wav", "path": "/media/missing/Silent.wav", "audioOnly": true}])")
+                                                         .arg(media)
+                                                         .toUtf8())
+                                 .array();
+    const std::vector<BE::AudioClipRef> audio = HostQt::ReadAudioClips(clips);
+    ASSERT_EQ(audio.size(), 2u);
+    for (const BE::AudioClipRef& clip : audio) {
+        clip->GetPeakAmplitude();
+    }
+    const QJsonArray written = HostQt::WriteAudioClips(clips, audio);
+    EXPECT_EQ(written.at(0).toObject().value(QStringLiteral("peakAmplitude")).toDouble(-2.0), 0.5);
+    EXPECT_EQ(written.at(1).toObject(), clips.at(1).toObject());
 }
 
 } // namespace

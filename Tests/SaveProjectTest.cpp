@@ -8,6 +8,7 @@
 
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <gmock/gmock.h>
@@ -217,6 +218,33 @@ TEST_F(SaveHostProject, AReadOnlyFolderIsAccessDenied)
     EXPECT_EQ(ShownError(),
               DLG::LoadString(DLG::kStr_SaveErrorAccessDenied) + DLG::LoadString(DLG::kStr_SaveErrorHint));
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+// Replacing a project keeps what the file was: its permissions, its owner and group, and the
+// file behind a link; a name in any script is saved under that name.
+TEST_F(SaveHostProject, ReplacingAFileKeepsItsModeOwnerAndLink)
+{
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only root may give a file to another user";
+    }
+    const QString path = Path(QStringLiteral("Hafen Ünïcødé 港口.tvx"));
+    ASSERT_EQ(Save(path, false, true), BE::kSave_OK);
+    ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup));
+    const QByteArray native = QFile::encodeName(path);
+    ASSERT_EQ(chown(native.constData(), 4321, 8765), 0);
+    const QString link = Path(QStringLiteral("Current.tvx"));
+    ASSERT_TRUE(QFile::link(path, link));
+
+    mProject->GetProjectSettings()->SetTimeDisplayFormat(KOR::kTimecodeFormat_SMPTE25);
+    EXPECT_EQ(Save(link, false, true), BE::kSave_OK);
+    struct stat saved{};
+    ASSERT_EQ(stat(native.constData(), &saved), 0);
+    EXPECT_EQ(saved.st_uid, 4321u);
+    EXPECT_EQ(saved.st_gid, 8765u);
+    EXPECT_EQ(saved.st_mode & 07777, 0640u);
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    EXPECT_EQ(HostQt::LoadProject(Contents(path), path)->GetProjectSettings()->GetTimeDisplayFormat(),
+              KOR::kTimecodeFormat_SMPTE25);
 }
 
 // The process may write no more than a few bytes to any file: the write fails part way, as on a

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "BE/AudioClip.h"
 #include "DLG/Export.h"
 
@@ -21,16 +23,17 @@ struct Normalized {
     double decibels;
 };
 // The gain that lifts inPeak to full scale (1 / peak) and its level. Where the level passes a
-// limit (a clip so quiet or silent that no gain within reach lifts it), the gain is that of the
-// limit, so that the gain and the level shown never disagree.
-Normalized NormalizeToPeak(double inPeak);
+// limit (a clip so quiet that no gain within reach lifts it), the gain is that of the limit, so
+// that the gain and the level shown never disagree. Nothing for a peak that is not above zero:
+// silence has no level to lift, and an unmeasured clip must not be raised by 96 dB.
+std::optional<Normalized> NormalizeToPeak(double inPeak);
 
 } // namespace ClipGain
 
 // Edits an audio clip's gain in decibels; "Normalize" sets the gain that brings the clip's
-// peak to full scale. ioGain is a linear factor (1.0 leaves the clip as it is), written only
-// when the user confirms; returns whether they did. Normalizing without a clip raises the
-// null-interface error.
+// peak to full scale, and beeps and keeps the gain for a silent or unmeasured clip. ioGain is a
+// linear factor (1.0 leaves the clip as it is), written only when the user confirms; returns
+// whether they did. Normalizing without a clip raises the null-interface error.
 DLG_API bool DoClipGainDialog(KOR::InterfaceRef<BE::IAudioClip> inClip, float& ioGain);
 
 } // namespace DLG
