@@ -80,6 +80,27 @@ private:
 };
 
 QProgressBar* Bar(QWidget& inWindow) { return inWindow.findChild<QProgressBar*>(QStringLiteral("progressBar")); }
+
+// The value a progress bar showed when it was last painted.
+class PaintedValue : public QObject {
+public:
+    explicit PaintedValue(QProgressBar& inBar) : mBar(inBar) { inBar.installEventFilter(this); }
+    ~PaintedValue() override { mBar.removeEventFilter(this); }
+    int Value() const { return mValue; }
+
+protected:
+    bool eventFilter(QObject* inObject, QEvent* inEvent) override
+    {
+        if (inObject == &mBar && inEvent->type() == QEvent::Paint) {
+            mValue = mBar.value();
+        }
+        return false;
+    }
+
+private:
+    QProgressBar& mBar;
+    int mValue = -1;
+};
 QString TextOf(QWidget& inWindow, const char* inName)
 {
     const auto* label = inWindow.findChild<QLabel*>(QString::fromLatin1(inName));
@@ -110,19 +131,29 @@ TEST(ProgressDialog, CompletionSoonAfterOpeningKeepsTheDialogUpUntil750msWithAFu
     FakeClock clock;
     const auto operation = MakeOperation();
     ScriptedUser user;
+    int valueWhenTheWaitBegan = -1;
+    int paintedWhenTheWaitBegan = -1;
     user.On(QStringLiteral("ProgressDialog")).Inspect([&](QWidget& inWindow) {
         EXPECT_EQ(inWindow.parentWidget(), host.MainWindow());
         EXPECT_EQ(inWindow.windowTitle(), QStringLiteral("Saving project"));
         EXPECT_EQ(TextOf(inWindow, "progressTitleText"), QStringLiteral("Saving project"));
+        PaintedValue painted(*Bar(inWindow));
+        clock.OnSleep([&](std::int64_t) {
+            valueWhenTheWaitBegan = Bar(inWindow)->value();
+            paintedWhenTheWaitBegan = painted.Value();
+        });
         clock.Advance(100);
         operation->PostComplete();
         ASSERT_TRUE(WaitFor([&] { return !inWindow.isVisible(); }));
+        clock.OnSleep(nullptr);
         EXPECT_EQ(Bar(inWindow)->value(), 10000);
         EXPECT_EQ(Bar(inWindow)->maximum(), 10000);
     });
     EXPECT_TRUE(Progress(L"Saving project", operation));
     EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_THAT(clock.Sleeps(), ElementsAre(650));
+    EXPECT_EQ(valueWhenTheWaitBegan, 10000) << "the bar is full while the dialog waits";
+    EXPECT_EQ(paintedWhenTheWaitBegan, 10000) << "the full bar is on screen before the UI thread sleeps";
     EXPECT_EQ(clock.Elapsed(), 750);
     EXPECT_FALSE(operation->IsCancelRequested());
 }
