@@ -50,13 +50,14 @@ public:
     void Start(KOR::InterfaceRef<WorkerOperation> inSelf)
     {
         KOR::SharedThreadedWorkQueue::Instance().RetrieveOrCreate(3).QueueRequest([self = std::move(inSelf)] {
-            self->mThread = std::this_thread::get_id();
-            self->PostDescription(L"Copying media");
-            self->PostProgress(0.25f);
-            std::unique_lock lock(self->mMutex);
-            self->mChanged.wait_for(lock, std::chrono::seconds(10),
-                                    [&] { return self->IsCancelRequested() && self->mMayFinish; });
-            self->PostComplete();
+            self->RunToCompletion([&] {
+                self->mThread = std::this_thread::get_id();
+                self->PostDescription(L"Copying media");
+                self->PostProgress(0.25f);
+                std::unique_lock lock(self->mMutex);
+                self->mChanged.wait_for(lock, std::chrono::seconds(10),
+                                        [&] { return self->IsCancelRequested() && self->mMayFinish; });
+            });
         });
     }
     void RequestCancel() override
