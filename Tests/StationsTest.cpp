@@ -14,8 +14,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "HostQt/WorkQueue.h"
 #include "KOR/BatchOperation.h"
+#include "KOR/Clock.h"
+#include "KOR/Services.h"
 #include "KOR/Stations.h"
 #include "KOR/WorkQueue.h"
 #include "TestHost.h"
@@ -185,25 +186,33 @@ TEST(WorkQueue, RequestsRunTogetherOnWorkerThreads)
     EXPECT_EQ(threads.count(std::this_thread::get_id()), 0u);
 }
 
-TEST(WorkQueue, DestroyingTheQueueWaitsForTheRunningRequest)
+// A request still running when the host goes keeps the host's services to the end.
+TEST(WorkQueue, DestroyingTheHostWaitsForTheRunningRequestWithItsServicesInPlace)
 {
-    auto queue = std::make_unique<HostQt::WorkQueue>();
+    auto host = std::make_unique<TestSupport::TestHost>();
+    const KOR::ClockService* const clock = KOR::Services().clock;
+    ASSERT_NE(clock, nullptr);
     std::atomic<bool> started{false};
-    std::atomic<bool> shuttingDown{false};
+    std::atomic<bool> leaving{false};
     std::atomic<bool> finished{false};
-    queue->RetrieveOrCreate(0).QueueRequest([&] {
+    std::atomic<bool> hadTheClock{false};
+    KOR::SharedThreadedWorkQueue::Instance().RetrieveOrCreate(0).QueueRequest([&] {
         started = true;
-        while (!shuttingDown) {
+        while (!leaving) {
             std::this_thread::yield();
         }
+        // Still at work well after the host began to go.
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        hadTheClock = KOR::Services().clock == clock;
         finished = true;
     });
     while (!started) {
         std::this_thread::yield();
     }
-    shuttingDown = true;
-    queue.reset();
+    leaving = true;
+    host.reset();
     EXPECT_TRUE(finished);
+    EXPECT_TRUE(hadTheClock);
 }
 
 // What the host reports with qCritical, from any thread, while it lives.
