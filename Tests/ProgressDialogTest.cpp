@@ -11,6 +11,7 @@
 
 #include <cmath>
 #include <future>
+#include <limits>
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -378,8 +379,24 @@ TEST(RenderProgressDialog, DetailsShowElapsedTimeFromTheClockAndTheTimeLeft)
             ASSERT_TRUE(WaitFor([&] { return TextOf(inWindow, "timeLeftStaticTextRight") == QStringLiteral("2:06"); }));
             EXPECT_EQ(TextOf(inWindow, "timeElapsedStaticTextRight"), QStringLiteral("1:05"));
             EXPECT_EQ(TextOf(inWindow, "progressTitleText"), QStringLiteral("Rendering Main Edit"));
-            operation->PostTimeLeft(-1.0);
-            ASSERT_TRUE(WaitFor([&] { return TextOf(inWindow, "timeLeftStaticTextRight") == QStringLiteral("Estimating…"); }));
+            // Each estimate is followed by a description, so that its text is there once the
+            // description shows.
+            const std::vector<std::pair<double, QString>> estimates = {
+                {-1.0, QStringLiteral("Estimating…")},
+                {3600.0, QStringLiteral("1:00:00")},
+                {1e30, QStringLiteral("Estimating…")},
+                {0.2, QStringLiteral("0:01")},
+                {std::numeric_limits<double>::infinity(), QStringLiteral("Estimating…")},
+                {59.0, QStringLiteral("0:59")},
+                {std::nan(""), QStringLiteral("Estimating…")},
+            };
+            for (std::size_t i = 0; i < estimates.size(); ++i) {
+                const QString marker = QStringLiteral("estimate %1").arg(i);
+                operation->PostTimeLeft(estimates[i].first);
+                operation->PostDescription(marker.toStdWString());
+                ASSERT_TRUE(WaitFor([&] { return TextOf(inWindow, "progressTitleText") == marker; }));
+                EXPECT_EQ(TextOf(inWindow, "timeLeftStaticTextRight"), estimates[i].second) << estimates[i].first;
+            }
         })
         .Press(Qt::Key_Space) // the check box has the focus since the click
         .Inspect([&](QWidget& inWindow) {
