@@ -11,6 +11,7 @@
 
 #include <array>
 #include <cmath>
+#include <exception>
 #include <numbers>
 
 #include "KOR/Clock.h"
@@ -189,9 +190,15 @@ void MediaOperation::Start()
 {
     KOR::SharedThreadedWorkQueue::Instance().RetrieveOrCreate(kWorkPriority).QueueRequest(
         [self = KOR::InterfaceRef<MediaOperation>(this)] {
-            self->mStartMs = KOR::Clock::GetMilliseconds();
-            self->Run();
-            self->PostComplete();
+            self->RunToCompletion([&] {
+                self->mStartMs = KOR::Clock::GetMilliseconds();
+                try {
+                    self->Run();
+                } catch (const std::exception& error) {
+                    self->AddReport(QStringLiteral("failed: %1").arg(QString::fromLocal8Bit(error.what())));
+                    throw;
+                }
+            });
         });
 }
 

@@ -190,4 +190,15 @@ void BatchOperation::PostComplete() const
     StationUtils::PostMessage(mStation, std::make_shared<OperationCompleteMessage>());
 }
 
+void BatchOperation::RunToCompletion(const std::function<void()>& inWork) const
+{
+    try {
+        inWork();
+    } catch (...) {
+        PostComplete();
+        throw;
+    }
+    PostComplete();
+}
+
 } // namespace KOR

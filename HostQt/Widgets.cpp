@@ -250,6 +250,13 @@ void UI_Node::SetFocus()
     }
 }
 
+void UI_Node::RedrawNow()
+{
+    if (QWidget* widget = PeerWidget<QWidget>(this)) {
+        widget->repaint();
+    }
+}
+
 UI_Dialog::~UI_Dialog() = default;
 
 void UI_Dialog::SetResponseHandler(ResponseHandler inHandler) { mResponseHandler = std::move(inHandler); }

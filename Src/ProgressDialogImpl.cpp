@@ -126,19 +126,21 @@ void ProgressDialogImpl::HandleDescription(const std::wstring& inDescription)
 }
 
 // A completion after a cancel request ends the dialog at once and counts as cancelled: the user
-// asked to stop, so the caller must not take the work as done.
+// asked to stop, so the caller must not take the work as done. Otherwise the full bar is painted
+// before the wait, which blocks the UI thread: it is what the user sees in the last moments.
 void ProgressDialogImpl::HandleCompletion()
 {
     KOR::StationUtils::RemoveListener(mStation, this);
     mCompleted = true;
     zelui::ui::UI_Dialog::Response response = zelui::ui::UI_Dialog::kResponse_Dismiss;
     if (!CancelRequested()) {
+        if (mProgressBar) {
+            mProgressBar->SetValue(mProgressBar->GetMaximum());
+            mProgressBar->RedrawNow();
+        }
         const std::int64_t remaining = std::clamp<std::int64_t>(
             mStartClock + kProgressMinimumShownMs - KOR::Clock::GetMilliseconds(), 0, kProgressMinimumShownMs);
         KOR::Clock::SleepMilliseconds(remaining);
-        if (mProgressBar) {
-            mProgressBar->SetValue(mProgressBar->GetMaximum());
-        }
         response = zelui::ui::UI_Dialog::kResponse_Accept;
     }
     if (zelui::ui::UI_Dialog* view = GetDialogView()) {

@@ -17,6 +17,9 @@ namespace {
 
 // The elapsed time moves on between messages too; twice a second keeps its seconds steady.
 constexpr int kElapsedRefreshMs = 500;
+// An operation's first estimates can be wild; beyond a year it is no estimate at all (and would
+// not fit the seconds count).
+constexpr double kLongestTimeLeftSeconds = 366.0 * 24 * 3600;
 
 class RenderProgressDialog : public ProgressDialogImpl {
 public:
@@ -52,7 +55,7 @@ private:
         if (!mTimeLeftText) {
             return;
         }
-        mTimeLeftText->SetText(std::isfinite(inSecondsLeft) && inSecondsLeft >= 0.0
+        mTimeLeftText->SetText(inSecondsLeft >= 0.0 && inSecondsLeft <= kLongestTimeLeftSeconds
                                    ? FormatDuration(static_cast<std::int64_t>(std::ceil(inSecondsLeft)))
                                    : LoadString(kStr_RenderProgressTimeLeftUnknown));
     }

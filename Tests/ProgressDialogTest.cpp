@@ -11,6 +11,7 @@
 
 #include <cmath>
 #include <future>
+#include <limits>
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -50,13 +51,14 @@ public:
     void Start(KOR::InterfaceRef<WorkerOperation> inSelf)
     {
         KOR::SharedThreadedWorkQueue::Instance().RetrieveOrCreate(3).QueueRequest([self = std::move(inSelf)] {
-            self->mThread = std::this_thread::get_id();
-            self->PostDescription(L"Copying media");
-            self->PostProgress(0.25f);
-            std::unique_lock lock(self->mMutex);
-            self->mChanged.wait_for(lock, std::chrono::seconds(10),
-                                    [&] { return self->IsCancelRequested() && self->mMayFinish; });
-            self->PostComplete();
+            self->RunToCompletion([&] {
+                self->mThread = std::this_thread::get_id();
+                self->PostDescription(L"Copying media");
+                self->PostProgress(0.25f);
+                std::unique_lock lock(self->mMutex);
+                self->mChanged.wait_for(lock, std::chrono::seconds(10),
+                                        [&] { return self->IsCancelRequested() && self->mMayFinish; });
+            });
         });
     }
     void RequestCancel() override
@@ -80,6 +82,27 @@ private:
 };
 
 QProgressBar* Bar(QWidget& inWindow) { return inWindow.findChild<QProgressBar*>(QStringLiteral("progressBar")); }
+
+// The value a progress bar showed when it was last painted.
+class PaintedValue : public QObject {
+public:
+    explicit PaintedValue(QProgressBar& inBar) : mBar(inBar) { inBar.installEventFilter(this); }
+    ~PaintedValue() override { mBar.removeEventFilter(this); }
+    int Value() const { return mValue; }
+
+protected:
+    bool eventFilter(QObject* inObject, QEvent* inEvent) override
+    {
+        if (inObject == &mBar && inEvent->type() == QEvent::Paint) {
+            mValue = mBar.value();
+        }
+        return false;
+    }
+
+private:
+    QProgressBar& mBar;
+    int mValue = -1;
+};
 QString TextOf(QWidget& inWindow, const char* inName)
 {
     const auto* label = inWindow.findChild<QLabel*>(QString::fromLatin1(inName));
@@ -110,19 +133,29 @@ TEST(ProgressDialog, CompletionSoonAfterOpeningKeepsTheDialogUpUntil750msWithAFu
     FakeClock clock;
     const auto operation = MakeOperation();
     ScriptedUser user;
+    int valueWhenTheWaitBegan = -1;
+    int paintedWhenTheWaitBegan = -1;
     user.On(QStringLiteral("ProgressDialog")).Inspect([&](QWidget& inWindow) {
         EXPECT_EQ(inWindow.parentWidget(), host.MainWindow());
         EXPECT_EQ(inWindow.windowTitle(), QStringLiteral("Saving project"));
         EXPECT_EQ(TextOf(inWindow, "progressTitleText"), QStringLiteral("Saving project"));
+        PaintedValue painted(*Bar(inWindow));
+        clock.OnSleep([&](std::int64_t) {
+            valueWhenTheWaitBegan = Bar(inWindow)->value();
+            paintedWhenTheWaitBegan = painted.Value();
+        });
         clock.Advance(100);
         operation->PostComplete();
         ASSERT_TRUE(WaitFor([&] { return !inWindow.isVisible(); }));
+        clock.OnSleep(nullptr);
         EXPECT_EQ(Bar(inWindow)->value(), 10000);
         EXPECT_EQ(Bar(inWindow)->maximum(), 10000);
     });
     EXPECT_TRUE(Progress(L"Saving project", operation));
     EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_THAT(clock.Sleeps(), ElementsAre(650));
+    EXPECT_EQ(valueWhenTheWaitBegan, 10000) << "the bar is full while the dialog waits";
+    EXPECT_EQ(paintedWhenTheWaitBegan, 10000) << "the full bar is on screen before the UI thread sleeps";
     EXPECT_EQ(clock.Elapsed(), 750);
     EXPECT_FALSE(operation->IsCancelRequested());
 }
@@ -350,8 +383,24 @@ TEST(RenderProgressDialog, DetailsShowElapsedTimeFromTheClockAndTheTimeLeft)
             ASSERT_TRUE(WaitFor([&] { return TextOf(inWindow, "timeLeftStaticTextRight") == QStringLiteral("2:06"); }));
             EXPECT_EQ(TextOf(inWindow, "timeElapsedStaticTextRight"), QStringLiteral("1:05"));
             EXPECT_EQ(TextOf(inWindow, "progressTitleText"), QStringLiteral("Rendering Main Edit"));
-            operation->PostTimeLeft(-1.0);
-            ASSERT_TRUE(WaitFor([&] { return TextOf(inWindow, "timeLeftStaticTextRight") == QStringLiteral("Estimating…"); }));
+            // Each estimate is followed by a description, so that its text is there once the
+            // description shows.
+            const std::vector<std::pair<double, QString>> estimates = {
+                {-1.0, QStringLiteral("Estimating…")},
+                {3600.0, QStringLiteral("1:00:00")},
+                {1e30, QStringLiteral("Estimating…")},
+                {0.2, QStringLiteral("0:01")},
+                {std::numeric_limits<double>::infinity(), QStringLiteral("Estimating…")},
+                {59.0, QStringLiteral("0:59")},
+                {std::nan(""), QStringLiteral("Estimating…")},
+            };
+            for (std::size_t i = 0; i < estimates.size(); ++i) {
+                const QString marker = QStringLiteral("estimate %1").arg(i);
+                operation->PostTimeLeft(estimates[i].first);
+                operation->PostDescription(marker.toStdWString());
+                ASSERT_TRUE(WaitFor([&] { return TextOf(inWindow, "progressTitleText") == marker; }));
+                EXPECT_EQ(TextOf(inWindow, "timeLeftStaticTextRight"), estimates[i].second) << estimates[i].first;
+            }
         })
         .Press(Qt::Key_Space) // the check box has the focus since the click
         .Inspect([&](QWidget& inWindow) {

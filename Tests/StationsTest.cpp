@@ -8,13 +8,15 @@
 #include <condition_variable>
 #include <mutex>
 #include <set>
+#include <stdexcept>
 #include <thread>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "HostQt/WorkQueue.h"
 #include "KOR/BatchOperation.h"
+#include "KOR/Clock.h"
+#include "KOR/Services.h"
 #include "KOR/Stations.h"
 #include "KOR/WorkQueue.h"
 #include "TestHost.h"
@@ -40,11 +42,15 @@ public:
         if (const auto* progress = dynamic_cast<const KOR::UpdateOperationProgressMessage*>(&inMessage)) {
             fractions.push_back(progress->GetFraction());
         }
+        if (dynamic_cast<const KOR::OperationCompleteMessage*>(&inMessage)) {
+            ++completions;
+        }
         if (onMessage) {
             onMessage();
         }
     }
     std::vector<float> fractions;
+    int completions = 0;
     bool onUIThread = true;
     std::function<void()> onMessage;
 };
@@ -180,26 +186,116 @@ TEST(WorkQueue, RequestsRunTogetherOnWorkerThreads)
     EXPECT_EQ(threads.count(std::this_thread::get_id()), 0u);
 }
 
-TEST(WorkQueue, DestroyingTheQueueWaitsForTheRunningRequest)
+// A request still running when the host goes keeps the host's services to the end.
+TEST(WorkQueue, DestroyingTheHostWaitsForTheRunningRequestWithItsServicesInPlace)
 {
-    auto queue = std::make_unique<HostQt::WorkQueue>();
+    auto host = std::make_unique<TestSupport::TestHost>();
+    const KOR::ClockService* const clock = KOR::Services().clock;
+    ASSERT_NE(clock, nullptr);
     std::atomic<bool> started{false};
-    std::atomic<bool> shuttingDown{false};
+    std::atomic<bool> leaving{false};
     std::atomic<bool> finished{false};
-    queue->RetrieveOrCreate(0).QueueRequest([&] {
+    std::atomic<bool> hadTheClock{false};
+    KOR::SharedThreadedWorkQueue::Instance().RetrieveOrCreate(0).QueueRequest([&] {
         started = true;
-        while (!shuttingDown) {
+        while (!leaving) {
             std::this_thread::yield();
         }
+        // Still at work well after the host began to go.
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        hadTheClock = KOR::Services().clock == clock;
         finished = true;
     });
     while (!started) {
         std::this_thread::yield();
     }
-    shuttingDown = true;
-    queue.reset();
+    leaving = true;
+    host.reset();
     EXPECT_TRUE(finished);
+    EXPECT_TRUE(hadTheClock);
 }
+
+// What the host reports with qCritical, from any thread, while it lives.
+class CriticalMessages {
+public:
+    CriticalMessages()
+    {
+        sInstance = this;
+        mPrevious = qInstallMessageHandler(&Handle);
+    }
+    ~CriticalMessages()
+    {
+        qInstallMessageHandler(mPrevious);
+        sInstance = nullptr;
+    }
+    bool Contains(const QString& inText) const
+    {
+        std::lock_guard lock(mMutex);
+        return mMessages.filter(inText).size() == 1;
+    }
+
+private:
+    static void Handle(QtMsgType inType, const QMessageLogContext& inContext, const QString& inText)
+    {
+        CriticalMessages* self = sInstance;
+        if (inType != QtCriticalMsg) {
+            self->mPrevious(inType, inContext, inText);
+            return;
+        }
+        std::lock_guard lock(self->mMutex);
+        self->mMessages << inText;
+    }
+
+    static inline std::atomic<CriticalMessages*> sInstance{nullptr};
+    QtMessageHandler mPrevious = nullptr;
+    mutable std::mutex mMutex;
+    QStringList mMessages;
+};
+
+class Operation : public KOR::RefCounted<KOR::BatchOperation> {};
+
+struct FailureCase {
+    const char* name;
+    std::function<void()> fail;
+    QString reported;
+    friend void PrintTo(const FailureCase& inCase, std::ostream* outStream) { *outStream << inCase.name; }
+};
+
+class WorkQueueFailure : public testing::TestWithParam<FailureCase> {};
+
+// A failing worker neither takes the process down unreported nor leaves the operation's dialog
+// waiting for an end that never comes; the pool goes on running requests.
+TEST_P(WorkQueueFailure, IsReportedAndTheOperationStillCompletes)
+{
+    TestSupport::TestHost host;
+    CriticalMessages critical;
+    const KOR::InterfaceRef<Operation> operation(new Operation);
+    RecordingListener listener;
+    KOR::StationUtils::AddListener(operation->GetMessageStationName(), &listener);
+    KOR::ThreadedWorkQueue& queue = KOR::SharedThreadedWorkQueue::Instance().RetrieveOrCreate(3);
+    queue.QueueRequest([operation, fail = GetParam().fail] {
+        operation->RunToCompletion([&] {
+            operation->PostProgress(0.5f);
+            fail();
+        });
+    });
+    ASSERT_TRUE(WaitFor([&] { return listener.completions == 1; }));
+    EXPECT_THAT(listener.fractions, ElementsAre(0.5f));
+    EXPECT_TRUE(WaitFor([&] { return critical.Contains(GetParam().reported); }));
+
+    std::atomic<bool> ranAfter{false};
+    queue.QueueRequest([&] { ranAfter = true; });
+    EXPECT_TRUE(WaitFor([&] { return ranAfter.load(); }));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Errors, WorkQueueFailure,
+    testing::Values(FailureCase{"StandardError", [] { throw std::runtime_error("the disk is full"); },
+                                QStringLiteral("dropped: the disk is full")},
+                    FailureCase{"HostError", [] { zelcore::config::ThrowError(L"No media drive."); },
+                                QStringLiteral("dropped: No media drive.")},
+                    FailureCase{"AnythingElse", [] { throw 42; }, QStringLiteral("it was dropped.")}),
+    [](const auto& inInfo) { return std::string(inInfo.param.name); });
 
 TEST(WorkQueue, WithoutAHostInstanceRaisesTheHostError)
 {

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <vector>
 
@@ -24,11 +25,23 @@ public:
     std::int64_t Milliseconds() const override { return mNow.load(); }
     void Sleep(std::int64_t inMilliseconds) override
     {
+        std::function<void(std::int64_t)> onSleep;
         {
             std::lock_guard lock(mMutex);
             mSleeps.push_back(inMilliseconds);
+            onSleep = mOnSleep;
+        }
+        if (onSleep) {
+            onSleep(inMilliseconds);
         }
         mNow += inMilliseconds;
+    }
+
+    // Called on the sleeping thread as each sleep begins: what the sleeper left on screen.
+    void OnSleep(std::function<void(std::int64_t)> inHandler)
+    {
+        std::lock_guard lock(mMutex);
+        mOnSleep = std::move(inHandler);
     }
 
     void Advance(std::int64_t inMilliseconds) { mNow += inMilliseconds; }
@@ -45,6 +58,7 @@ private:
     std::atomic<std::int64_t> mNow{kStart};
     mutable std::mutex mMutex;
     std::vector<std::int64_t> mSleeps;
+    std::function<void(std::int64_t)> mOnSleep;
 };
 
 } // namespace TestSupport

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <string>
 
 #include "KOR/KORUnknown.h"
@@ -82,6 +83,10 @@ public:
     void PostDescription(const std::wstring& inDescription) const;
     void PostTimeLeft(double inSecondsLeft) const;
     void PostComplete() const;
+    // Runs the operation's work (on a worker) and then posts the completion message, also when
+    // the work throws: whoever follows the operation always hears its end. The error goes on to
+    // the caller, the work queue, which reports it.
+    void RunToCompletion(const std::function<void()>& inWork) const;
 
 private:
     const std::wstring mStation;

@@ -7,7 +7,8 @@
 namespace KOR {
 
 // Runs requests on worker threads, never on the UI thread. A request talks back only through
-// station messages and reads its operation's abort flag; what it throws is dropped.
+// station messages and reads its operation's abort flag; what it throws is reported by the
+// host and dropped (see BatchOperation::RunToCompletion for the completion it still owes).
 class HOST_API ThreadedWorkQueue {
 public:
     virtual ~ThreadedWorkQueue();

@@ -29,6 +29,9 @@ public:
     void SetVisible(bool inVisible);
     bool IsVisible() const;
     void SetFocus();
+    // Paints the node now instead of when the UI thread next runs its events: for a change that
+    // must be seen before the UI thread blocks for a while.
+    void RedrawNow();
 
     NodePeer* GetPeer() const { return mPeer.get(); }
 
