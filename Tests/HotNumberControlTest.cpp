@@ -1,7 +1,11 @@
 // The module's hot number on a real widget: typing, clamping, dragging.
 
+#include <QImage>
 #include <QLineEdit>
 #include <QTest>
+
+#include <algorithm>
+#include <cmath>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -182,6 +186,48 @@ TEST(HotNumberControl, StartsDisabledWithAStationThatEndsWithIt)
         EXPECT_EQ(ControlWindow::InPlaceField(control), nullptr) << "a disabled control opens no field";
     }
     EXPECT_FALSE(KOR::StationRegistry::IsRegistered(station));
+}
+
+// WCAG's relative luminance and contrast ratio.
+double Luminance(const QColor& inColor)
+{
+    const auto channel = [](double inValue) {
+        return inValue <= 0.03928 ? inValue / 12.92 : std::pow((inValue + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * channel(inColor.redF()) + 0.7152 * channel(inColor.greenF()) + 0.0722 * channel(inColor.blueF());
+}
+
+double Contrast(const QColor& inA, const QColor& inB)
+{
+    const double a = Luminance(inA);
+    const double b = Luminance(inB);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+// A disabled number is still read (a marker's number): its text keeps a contrast of 4.5:1 with
+// the window, on a light and on a dark palette.
+TEST(HotNumberControl, DisabledTextStaysReadable)
+{
+    ControlWindow window;
+    DLG::HotNumberControl control(nullptr, window.Node());
+    control.SetValue(3);
+    control.UpdateStringFromValue();
+    QWidget* place = ControlWindow::Place(control);
+    QPalette dark = place->palette();
+    dark.setColor(QPalette::Window, QColor(53, 53, 53));
+    dark.setColor(QPalette::WindowText, QColor(230, 230, 230));
+    for (const QPalette& palette : {place->palette(), dark}) {
+        place->setPalette(palette);
+        const QColor background = palette.color(QPalette::Active, QPalette::Window);
+        const QImage picture = place->grab().toImage();
+        double strongest = 1.0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                strongest = std::max(strongest, Contrast(picture.pixelColor(x, y), background));
+            }
+        }
+        EXPECT_GE(strongest, 4.5) << "on a window of " << background.name().toStdString();
+    }
 }
 
 } // namespace
