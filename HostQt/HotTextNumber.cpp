@@ -72,6 +72,7 @@ zelui::ui::KeyboardEvent ToKeyboardEvent(const QKeyEvent& inEvent)
 {
     zelui::ui::KeyboardEvent event;
     event.keyDown = inEvent.type() == QEvent::KeyPress;
+    event.autoRepeat = inEvent.isAutoRepeat();
     event.modifiers = Modifiers(inEvent.modifiers());
     event.keyCode = KeyCode(inEvent.key());
     const bool shortcut = inEvent.modifiers() & (Qt::ControlModifier | Qt::MetaModifier);

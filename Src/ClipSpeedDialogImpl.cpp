@@ -290,7 +290,8 @@ bool GangSubView::UI_DoKeyboardEvent(zelui::ui::UI_Node*, const zelui::ui::Keybo
     if (inEvent.keyCode != zelui::ui::kKey_Character || inEvent.character != L' ' || inEvent.modifiers != 0) {
         return false;
     }
-    if (inEvent.keyDown) {
+    // A held Space toggles once, as a click does.
+    if (inEvent.keyDown && !inEvent.autoRepeat) {
         mToggle();
     }
     return true;

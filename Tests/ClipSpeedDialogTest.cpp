@@ -2,6 +2,7 @@
 // its entry function with the scripted user.
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -502,6 +503,23 @@ INSTANTIATE_TEST_SUITE_P(
                            .Inspect([](QWidget& inWindow) {
                                EXPECT_EQ(inWindow.findChild<QWidget*>(kGang)->accessibleName(),
                                          QStringLiteral("Speed and duration not linked"));
+                           })
+                           .Press(Qt::Key_Return);
+                   },
+                   true, 100.0, kNtscTen, false, false},
+        DialogCase{"HeldSpaceTogglesOnce",
+                   [](auto& s) {
+                       s.Press(Qt::Key_Tab)
+                           .Inspect([](QWidget&) {
+                               QWidget* gang = QApplication::focusWidget();
+                               ASSERT_NE(gang, nullptr);
+                               for (const bool repeated : {false, true, true, true}) {
+                                   QKeyEvent press(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "),
+                                                   repeated);
+                                   QApplication::sendEvent(gang, &press);
+                               }
+                               QKeyEvent release(QEvent::KeyRelease, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
+                               QApplication::sendEvent(gang, &release);
                            })
                            .Press(Qt::Key_Return);
                    },

@@ -29,6 +29,7 @@ struct KeyboardEvent {
     int keyCode = kKey_Other;
     wchar_t character = 0;
     bool keyDown = true;
+    bool autoRepeat = false; // a press repeated while the key is held
     unsigned int modifiers = 0;
 };
 
