@@ -115,9 +115,10 @@ void DialogWidget::keyPressEvent(QKeyEvent* inEvent)
 {
     const bool noModifiers = (inEvent->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
     if (noModifiers && (inEvent->key() == Qt::Key_Return || inEvent->key() == Qt::Key_Enter)) {
-        // Enter on the focused Cancel button means Cancel, not the OK it would otherwise reach.
-        if (mCancelButton && mCancelButton->hasFocus()) {
-            mCancelButton->click();
+        // Enter on a focused push button (Cancel, Show All ...) presses that button: what the
+        // user is on is what they mean, not the OK that Enter reaches from anywhere else.
+        if (auto* focused = qobject_cast<QPushButton*>(focusWidget()); focused && focused->isEnabled()) {
+            focused->click();
         } else if (!mOkButton) {
             Respond(zelui::ui::UI_Dialog::kResponse_Accept);
         } else if (mOkButton->isEnabled() && mOkButton->isVisible()) {

@@ -51,8 +51,12 @@ INSTANTIATE_TEST_SUITE_P(
         TracksCase{"EnterKeepsTheFlags", [](Step& s) { s.Press(Qt::Key_Return); }, true, kStartShown},
         TracksCase{"ShowAll", [](Step& s) { s.Click("showAllButton").Click("okButton"); }, true,
                    {true, true, true, true}},
-        TracksCase{"HideAll", [](Step& s) { s.Click("hideAllButton").Press(Qt::Key_Return); }, true,
+        TracksCase{"HideAll", [](Step& s) { s.Click("hideAllButton").Click("okButton"); }, true,
                    {false, false, false, false}},
+        // Enter on a focused button presses it, not OK: Show All by keyboard, then OK.
+        TracksCase{"EnterOnTheFocusedShowAllShowsAll",
+                   [](Step& s) { s.Press(Qt::Key_Tab).Press(Qt::Key_Return).Press(Qt::Key_Tab).Press(Qt::Key_Tab).Press(Qt::Key_Return); },
+                   true, {true, true, true, true}},
         TracksCase{"HideAllThenShowAll", [](Step& s) { s.Click("hideAllButton").Click("showAllButton").Click("okButton"); },
                    true, {true, true, true, true}},
         // The list has the focus with the first row current: Space toggles the current row.
