@@ -133,8 +133,6 @@ QString OpenFitClip(DemoState& ioState, HostQt::Workspace&)
     return Returned(confirmed) + QStringLiteral("; choice = 0x%1").arg(ioState.fitClipChoice, 0, 16);
 }
 
-QString OnOff(bool inOn) { return inOn ? QStringLiteral("on") : QStringLiteral("off"); }
-
 QString OpenClipSpeed(DemoState& ioState, HostQt::Workspace&)
 {
     DemoClip& clip = ioState.clip;
@@ -145,7 +143,7 @@ QString OpenClipSpeed(DemoState& ioState, HostQt::Workspace&)
                                      .arg(QString::fromStdWString(clip.name))
                                      .arg(clip.speedPercent, 0, 'f', 2)
                                      .arg(clip.duration.Seconds(), 0, 'f', 3)
-                                     .arg(OnOff(clip.reverse), OnOff(clip.maintainPitch),
+                                     .arg(YesNo(clip.reverse), YesNo(clip.maintainPitch),
                                           clip.ganged ? QStringLiteral("duration follows speed")
                                                       : QStringLiteral("duration kept"));
 }

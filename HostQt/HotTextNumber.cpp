@@ -6,6 +6,7 @@
 #include <QLayout>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPalette>
 #include <QTimer>
 
 #include <algorithm>
@@ -189,6 +190,8 @@ QSize HotTextNumberWidget::sizeHint() const
     return {width + 8, metrics.height() + 6};
 }
 
+namespace {
+
 // A disabled number is still information (a marker's number, a locked value): it is drawn
 // dimmed, but not in the style's faint disabled grey. Mixed 65:35 from the text and window
 // colours it keeps a contrast of at least 4.5:1 on the usual light and dark palettes.
@@ -199,6 +202,8 @@ QColor ReadableDisabledText(const QPalette& inPalette)
     const auto mix = [](int inText, int inWindow) { return (inText * 65 + inWindow * 35) / 100; };
     return QColor(mix(text.red(), window.red()), mix(text.green(), window.green()), mix(text.blue(), window.blue()));
 }
+
+} // namespace
 
 void HotTextNumberWidget::paintEvent(QPaintEvent*)
 {

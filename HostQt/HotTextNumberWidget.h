@@ -1,8 +1,6 @@
 #pragma once
 
 #include <QPointer>
-#include <QColor>
-#include <QPalette>
 #include <QWidget>
 
 namespace zelui::controls {
@@ -15,9 +13,6 @@ namespace HostQt {
 // scripts. It draws the control's text underlined as something to drag or click, and turns
 // mouse and keys into the control's drags, steps and in-place editing. Its properties are the
 // control's starting values when a script builds it.
-// The colour a disabled number is drawn in: dimmed, yet readable.
-QColor ReadableDisabledText(const QPalette& inPalette);
-
 class HotTextNumberWidget : public QWidget {
     Q_OBJECT
     Q_PROPERTY(double value MEMBER mValue)
