@@ -10,4 +10,7 @@ namespace zelcore::utility {
 // stands for the decimal point. Text that starts with no number is 0.
 HOST_API double StringToNumber(const std::wstring& inText);
 
+// inNumber in hexadecimal digits, upper case, without prefix or leading zeros ("FF" for 255, "0" for 0).
+HOST_API std::wstring NumberToHexString(unsigned long inNumber);
+
 } // namespace zelcore::utility

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+
+#include "KOR/HostAPI.h"
+
+namespace KOR {
+
+template <class T>
+class ParamColor;
+
+// A colour packed in one word: red in bits 0-7, green in 8-15, blue in 16-23. The bits above
+// belong to whoever made the colour and pass through unchanged.
+template <>
+class ParamColor<unsigned long> {
+public:
+    constexpr ParamColor() = default;
+    constexpr explicit ParamColor(unsigned long inValue) : mValue(inValue) {}
+    constexpr ParamColor(std::uint8_t inRed, std::uint8_t inGreen, std::uint8_t inBlue)
+        : mValue(inRed | (static_cast<unsigned long>(inGreen) << 8) | (static_cast<unsigned long>(inBlue) << 16))
+    {
+    }
+
+    constexpr unsigned long GetValue() const { return mValue; }
+    constexpr void SetValue(unsigned long inValue) { mValue = inValue; }
+    constexpr std::uint8_t Red() const { return static_cast<std::uint8_t>(mValue & 0xFF); }
+    constexpr std::uint8_t Green() const { return static_cast<std::uint8_t>((mValue >> 8) & 0xFF); }
+    constexpr std::uint8_t Blue() const { return static_cast<std::uint8_t>((mValue >> 16) & 0xFF); }
+
+    friend constexpr bool operator==(const ParamColor&, const ParamColor&) = default;
+
+private:
+    unsigned long mValue = 0;
+};
+
+// Colour-space conversions on normalised values (0 to 1 for every component, hue included).
+// The flags say whether the hue and the saturation mean anything for the colour given: a grey
+// has no hue, and black (or, for HSL, white) has no saturation; a value that means nothing is
+// returned as 0.
+HOST_API void NormalizedRGBtoHSV(float inRed, float inGreen, float inBlue, float& outHue, float& outSaturation,
+                                 float& outValue, bool* outHueMeaningful, bool* outSaturationMeaningful);
+HOST_API void NormalizedRGBtoHSL(float inRed, float inGreen, float inBlue, float& outHue, float& outSaturation,
+                                 float& outLightness, bool* outHueMeaningful, bool* outSaturationMeaningful);
+HOST_API void NormalizedHSVtoRGB(float inHue, float inSaturation, float inValue, float& outRed, float& outGreen,
+                                 float& outBlue);
+HOST_API void NormalizedHSLtoRGB(float inHue, float inSaturation, float inLightness, float& outRed, float& outGreen,
+                                 float& outBlue);
+
+// 8-bit YUV with full-range luma (0 to 255) and U and V centred on 0 (-128 to 127), by the
+// BT.601 weights: Y = 0.299 R + 0.587 G + 0.114 B, U = 0.564 (B - Y), V = 0.713 (R - Y).
+HOST_API void ColorRGBtoYUV(const ParamColor<unsigned long>& inColor, std::uint8_t& outY, std::int8_t& outU,
+                            std::int8_t& outV);
+// The colour of a YUV triple. Not every triple lies inside the RGB cube: such a colour is
+// clipped to it, and the answer is false; true when no channel had to be clipped.
+HOST_API bool ColorYUVtoRGB(std::uint8_t inY, std::int8_t inU, std::int8_t inV, ParamColor<unsigned long>& outColor);
+
+} // namespace KOR
