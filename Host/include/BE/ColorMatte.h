@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "KOR/Color.h"
 #include "KOR/InterfaceRef.h"
 
 namespace BE {
@@ -18,5 +19,20 @@ public:
 protected:
     ~IColorMatteNameParameters() override;
 };
+
+// A colour matte of the project: a clip that shows one colour all over.
+class HOST_API IColorMatte : public KOR::KORUnknown {
+public:
+    static const KOR::InterfaceID kIID;
+
+    virtual std::wstring GetName() const = 0;
+    virtual KOR::ParamColor<unsigned long> GetColor() const = 0;
+    virtual void SetColor(const KOR::ParamColor<unsigned long>& inColor) = 0;
+
+protected:
+    ~IColorMatte() override;
+};
+
+using ColorMatteRef = KOR::InterfaceRef<IColorMatte>;
 
 } // namespace BE

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "BE/AudioClip.h"
+#include "BE/ColorMatte.h"
 #include "KOR/InterfaceRef.h"
 
 namespace BE {
@@ -32,6 +33,8 @@ public:
     virtual KOR::InterfaceRef<IProjectSettings> GetProjectSettings() const = 0;
     // The clips that carry audio, in the project's order.
     virtual std::vector<AudioClipRef> GetAudioClips() const = 0;
+    // The project's colour mattes, in the project's order; by default none.
+    virtual std::vector<ColorMatteRef> GetColorMattes() const;
     // Writes the project to inFilePath, replacing the file there only once the new one is
     // complete; kSave_OK or a kSaveError_ code. Unless inAsCopy, the project is from now on
     // the one at inFilePath.

@@ -33,6 +33,8 @@ private:
 class HOST_API UI_Button : public UI_Control {
 public:
     using UI_Control::UI_Control;
+    // A new push button labelled inLabel in inParent's window.
+    UI_Button(const drawbot::SupplierInterface* inSupplier, ui::UI_Node* inParent, const std::wstring& inLabel);
     ~UI_Button() override;
     // Presses the button as a click would.
     void Press();
@@ -43,6 +45,8 @@ public:
 class HOST_API UI_CheckBox : public UI_Button {
 public:
     using UI_Button::UI_Button;
+    // A new check box labelled inLabel in inParent's window, clear.
+    UI_CheckBox(const drawbot::SupplierInterface* inSupplier, ui::UI_Node* inParent, const std::wstring& inLabel);
     ~UI_CheckBox() override;
     void SetChecked(bool inChecked);
     bool IsChecked() const;
@@ -54,6 +58,41 @@ class HOST_API UI_RadioButton : public UI_CheckBox {
 public:
     using UI_CheckBox::UI_CheckBox;
     ~UI_RadioButton() override;
+};
+
+// Radio buttons made in code that keep themselves exclusive: selecting one clears the others.
+// The group tells its listeners when the user selects another button (by click or arrow key);
+// SetSelectedIndex tells no one.
+class HOST_API UI_RadioGroup : public UI_Control {
+public:
+    // A new, empty group: a transparent panel in inParent's window, placed by SetBounds.
+    UI_RadioGroup(const drawbot::SupplierInterface* inSupplier, ui::UI_Node* inParent);
+    ~UI_RadioGroup() override;
+
+    // Adds a button named inID and labelled inLabel at inBounds in the group's own coordinates;
+    // its index is the number of buttons added before it.
+    boost::intrusive_ptr<UI_RadioButton> AddRadioButton(const std::wstring& inID, const std::wstring& inLabel,
+                                                        const ui::Rect& inBounds);
+    int GetButtonCount() const;
+    boost::intrusive_ptr<UI_RadioButton> GetButton(int inIndex) const;
+    // -1 when none is selected.
+    int GetSelectedIndex() const;
+    void SetSelectedIndex(int inIndex);
+
+private:
+    std::vector<boost::intrusive_ptr<UI_RadioButton>> mButtons;
+};
+
+// A push button that shows an image instead of a text. The image is asked for each time the
+// button is drawn, as the name of a host image resource; an empty name draws the button bare.
+class HOST_API UI_PictureButton : public UI_Button {
+public:
+    using ImageSupplier = boost::function<std::wstring()>;
+    UI_PictureButton(const drawbot::SupplierInterface* inSupplier, ui::UI_Node* inParent);
+    ~UI_PictureButton() override;
+    void SetImageSupplier(ImageSupplier inSupplier);
+    // The text shown as the button's tip and read by assistive technology.
+    void SetToolTip(const std::wstring& inText);
 };
 
 // A list of rows, each with one text per column, optionally a check box per row. Listeners
@@ -87,6 +126,8 @@ private:
 class HOST_API UI_StaticText : public UI_Control {
 public:
     using UI_Control::UI_Control;
+    // A new text in inParent's window.
+    UI_StaticText(const drawbot::SupplierInterface* inSupplier, ui::UI_Node* inParent, const std::wstring& inText);
     ~UI_StaticText() override;
     void SetText(const std::wstring& inText);
     std::wstring GetText() const;
@@ -107,6 +148,11 @@ public:
     // Selects the whole text and takes the focus, so that typing replaces it.
     void SelectAll();
     void SetReadOnly(bool inReadOnly);
+    // At most inLength characters may be typed (a text field made in code); 0 for no limit.
+    void SetMaxLength(int inLength);
+    // Listeners hear of a change when the user has finished editing (Enter, or the focus leaving
+    // a field whose text they changed) rather than at every key.
+    void SetNotifyWhenFinished(bool inWhenFinished);
 };
 
 // A number typed as text. Its range and decimal places come from the layout script unless set.

@@ -9,6 +9,9 @@
 namespace zelui::controls {
 class UI_Button;
 }
+namespace zelui::drawbot {
+class SupplierInterface;
+}
 
 namespace zelui::ui {
 
@@ -44,6 +47,24 @@ public:
 
 private:
     ResponseHandler mResponseHandler;
+};
+
+// A modal dialog window built in code rather than by a layout script: its maker creates the
+// controls with the dialog as their parent and places them. The window's keys and mouse
+// clicks go to the hooks first; what they do not consume gets the dialog's own handling
+// (Enter confirms, Escape cancels).
+class HOST_API OS_Dialog : public UI_Dialog {
+public:
+    OS_Dialog(const drawbot::SupplierInterface* inSupplier, UI_Node* inParent, const std::wstring& inTitle);
+    ~OS_Dialog() override;
+
+    // The size of the window's content; the window may be made larger by the user but not smaller.
+    void SetContentSize(int inWidth, int inHeight);
+
+    // The window got a new size: inBounds is its content's rectangle.
+    virtual void UI_SizeChanged(const Rect& inBounds);
+    virtual bool UI_DoKeyboardEvent(UI_Node* inNode, const KeyboardEvent& inEvent);
+    virtual bool UI_DoMouseEvent(UI_Node* inNode, const MouseEvent& inEvent);
 };
 
 } // namespace zelui::ui

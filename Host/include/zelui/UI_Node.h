@@ -7,6 +7,7 @@
 #include <boost/intrusive_ptr.hpp>
 
 #include "KOR/HostAPI.h"
+#include "zelui/Events.h"
 
 namespace zelui::ui {
 
@@ -23,7 +24,16 @@ public:
     UI_Node(const UI_Node&) = delete;
     UI_Node& operator=(const UI_Node&) = delete;
 
+    // The node's identifier: the name a layout script gave it, or the one its maker set.
     std::wstring GetName() const;
+    void SetName(const std::wstring& inName);
+    // Where the node lies in its parent, in the parent's coordinates. A node built in code is
+    // placed by its maker; one that a layout script built is placed by the script's layout.
+    void SetBounds(const Rect& inBounds);
+    Rect GetBounds() const;
+    // The name that assistive technology reads for the node.
+    void SetAccessibleName(const std::wstring& inName);
+    std::wstring GetAccessibleName() const;
     void SetEnabled(bool inEnabled);
     bool IsEnabled() const;
     void SetVisible(bool inVisible);

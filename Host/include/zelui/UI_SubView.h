@@ -15,6 +15,8 @@ class HOST_API UI_SubView : public UI_Node {
 public:
     // A new view named inName filling inArea.
     UI_SubView(UI_Node& inArea, const std::wstring& inName);
+    // A new view named inName in inParent's window (a container's content, a dialog), placed by SetBounds.
+    UI_SubView(const drawbot::SupplierInterface* inSupplier, UI_Node* inParent, const std::wstring& inName);
     ~UI_SubView() override;
 
     // The view's bounds in its own coordinates.
@@ -22,11 +24,10 @@ public:
     // With inWants the view takes keyboard focus by click and Tab, at its area's place in the tab order.
     void SetWantsKeyboardFocus(bool inWants);
     bool HasFocus() const;
-    // The name that assistive technology reads for the view.
-    void SetAccessibleName(const std::wstring& inName);
-    std::wstring GetAccessibleName() const;
-    // Asks the host to draw the view again soon.
+    // Asks the host to draw the view again soon. Several requests before it draws are one drawing.
     void Invalidate();
+    // The cursor over the view: a cross hair for picking a point, or the platform's arrow.
+    void SetCrossCursor(bool inCross);
 
     // Draws the view; by default nothing.
     virtual void UI_Draw(drawbot::DrawInterface& ioDrawer);
