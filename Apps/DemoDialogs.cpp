@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "BE/Project.h"
+#include "ColorPicker/ColorPickerDialog.h"
 #include "DLG/ClipGainDialog.h"
 #include "DLG/ClipSpeedDialogImpl.h"
 #include "DLG/DeleteMediaDialog.h"
@@ -219,6 +220,41 @@ QString OpenClipGain(DemoState& ioState, HostQt::Workspace&)
                                      .arg(20.0 * std::log10(ioState.clipGain), 0, 'f', 1);
 }
 
+QString HexOf(const KOR::ParamColor<unsigned long>& inColor)
+{
+    return QStringLiteral("#%1%2%3")
+        .arg(inColor.Red(), 2, 16, QLatin1Char('0'))
+        .arg(inColor.Green(), 2, 16, QLatin1Char('0'))
+        .arg(inColor.Blue(), 2, 16, QLatin1Char('0'))
+        .toUpper();
+}
+
+// Picks a new colour for the project's colour matte named inName; the matte changes on OK only.
+QString PickMatteColor(const std::wstring& inName)
+{
+    const BE::ProjectRef project = DLG::GetCurrentProject();
+    BE::ColorMatteRef matte;
+    for (const BE::ColorMatteRef& candidate : project ? project->GetColorMattes() : std::vector<BE::ColorMatteRef>()) {
+        if (candidate->GetName() == inName) {
+            matte = candidate;
+        }
+    }
+    if (!matte) {
+        return QStringLiteral("the project has no color matte \"%1\"").arg(QString::fromStdWString(inName));
+    }
+    const KOR::ParamColor<unsigned long> before = matte->GetColor();
+    KOR::ParamColor<unsigned long> chosen = before;
+    const bool confirmed = DLG::ColorPickerDialog::PickColor(before, chosen);
+    if (confirmed) {
+        matte->SetColor(chosen);
+    }
+    return Returned(confirmed) + QStringLiteral("; matte \"%1\" is %2 (was %3)")
+                                     .arg(QString::fromStdWString(inName), HexOf(matte->GetColor()), HexOf(before));
+}
+
+QString OpenColorPicker(DemoState&, HostQt::Workspace&) { return PickMatteColor(L"Title Background"); }
+QString OpenColorPickerUnsafe(DemoState&, HostQt::Workspace&) { return PickMatteColor(L"Alarm Red"); }
+
 // A copy of the project in the demo's data folder, the project staying where it was.
 QString SaveProjectCopy(DemoState& ioState, const QString& inRelativePath)
 {
@@ -302,6 +338,14 @@ const std::vector<DemoDialog>& DemoDialogs()
          [](TestSupport::Step& ioStep) {
              ioStep.Click(QStringLiteral("normalizeButton")).Click(QStringLiteral("okButton"));
          }},
+        {QStringLiteral("Color picker: Title Background matte"), QStringLiteral("ColorPickerDialog"), &OpenColorPicker,
+         [](TestSupport::Step& ioStep) {
+             ioStep.Retype(QStringLiteral("Hex"), QStringLiteral("2a4d7f")).Press(Qt::Key_Return);
+         }},
+        {QStringLiteral("Color picker: Alarm Red matte made broadcast-safe"), QStringLiteral("ColorPickerDialog"),
+         &OpenColorPickerUnsafe,
+         [](TestSupport::Step& ioStep) { ioStep.Click(QStringLiteral("NTSCButton")).Click(QStringLiteral("okButton")); },
+         QStringLiteral("ColorPickerDialog-NotBroadcastSafe")},
         {QStringLiteral("Save a copy of the project"), QString(), &OpenSaveProject, nullptr},
         {QStringLiteral("Save a copy into a missing folder"), QStringLiteral("MessageBox"),
          &OpenSaveProjectToMissingFolder, [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Return); },

@@ -75,6 +75,33 @@ void AddOperationEntries(std::vector<GalleryEntry>& ioEntries, DemoState& ioStat
     }
 }
 
+// The picker in each of its twelve modes (cancelled each time), and with the web-safe box ticked.
+void AddColorPickerEntries(std::vector<GalleryEntry>& ioEntries, DemoState& ioState, HostQt::Workspace& inWorkspace)
+{
+    const DemoDialog& picker = FindDemoDialog(QStringLiteral("ColorPickerDialog"));
+    static const char* const kModes[] = {"Hue",   "Saturation", "Brightness", "Red",   "Green", "Blue",
+                                         "HSL_H", "HSL_S",      "HSL_L",      "YUV_Y", "YUV_U", "YUV_V"};
+    for (const char* mode : kModes) {
+        const QString radio = QString::fromLatin1(mode);
+        ioEntries.push_back({QStringLiteral("Color picker in mode %1, cancelled").arg(radio),
+                             [radio](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+                                 ioUser.On(QStringLiteral("ColorPickerDialog"))
+                                     .Click(radio)
+                                     .Grab(inDir.filePath(QStringLiteral("ColorPickerDialog-%1.png").arg(radio)))
+                                     .Press(Qt::Key_Escape);
+                             },
+                             [&picker, &ioState, &inWorkspace] { return picker.open(ioState, inWorkspace); }});
+    }
+    ioEntries.push_back({QStringLiteral("Color picker, web colors only"),
+                         [](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+                             ioUser.On(QStringLiteral("ColorPickerDialog"))
+                                 .Click(QStringLiteral("WebSafeCheckbox"))
+                                 .Grab(inDir.filePath(QStringLiteral("ColorPickerDialog-WebSafe.png")))
+                                 .Press(Qt::Key_Return);
+                         },
+                         [&picker, &ioState, &inWorkspace] { return picker.open(ioState, inWorkspace); }});
+}
+
 std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorkspace)
 {
     std::vector<GalleryEntry> entries;
@@ -120,6 +147,7 @@ std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorks
                                .Press(Qt::Key_Return);
                        },
                        [&clipSpeed, &ioState, &inWorkspace] { return clipSpeed.open(ioState, inWorkspace); }});
+    AddColorPickerEntries(entries, ioState, inWorkspace);
     AddOperationEntries(entries, ioState, inWorkspace);
     return entries;
 }

@@ -78,6 +78,8 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
              std::string("DLG::DoClipGainDialog(KOR::InterfaceRef<BE::IAudioClip>, float&)"),
              std::string("DLG::SaveProjectErrorDialog(long, bool)"),
              "DLG::SaveProject(KOR::InterfaceRef<BE::IProject>, " + wstring + ", bool, bool)",
+             std::string("DLG::ColorPickerDialog::PickColor(KOR::ParamColor<unsigned long> const&, "
+                         "KOR::ParamColor<unsigned long>&)"),
          }) {
         EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;
     }

@@ -23,5 +23,6 @@ inline constexpr unsigned int kStr_SaveErrorDiskFull = 11230;
 inline constexpr unsigned int kStr_SaveErrorFileReadOnly = 11231;
 inline constexpr unsigned int kStr_SaveErrorOther = 11232;
 inline constexpr unsigned int kStr_SaveErrorHint = 11233;
+inline constexpr unsigned int kStr_ColorPickerTitle = 11567;
 
 } // namespace DLG
