@@ -621,10 +621,13 @@ void UI_HotTextNumber::Repaint()
     }
 }
 
+// A hot number's in-place field is one too: no one listens to it, its owner reads it on commit.
 UI_TextEdit::UI_TextEdit(const drawbot::SupplierInterface*, ui::UI_Node* inParent)
-    : UI_Control(std::make_unique<ui::NodePeer>(new QLineEdit(inParent ? PeerWidget<QWidget>(inParent) : nullptr)))
+    : UI_Control(HostQt::CodeBuiltPeer(new QLineEdit(HostQt::WidgetOf(inParent))))
 {
-    HostQt::InstallKeyForwarder(*this, PeerWidget<QWidget>(this));
+    auto* field = PeerWidget<QLineEdit>(this);
+    HostQt::InstallKeyForwarder(*this, field);
+    HostQt::ConnectTextChanges(*this, field);
 }
 
 bool UI_TextEdit::UI_DoKeyboardEvent(ui::UI_Node*, const ui::KeyboardEvent&) { return false; }

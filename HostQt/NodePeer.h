@@ -40,4 +40,20 @@ W* PeerWidget(const zelui::ui::UI_Node* inNode)
     return inNode->GetPeer() ? qobject_cast<W*>(inNode->GetPeer()->Widget()) : nullptr;
 }
 
+// The widget that a control made in code with inParent as its parent goes into; null without a parent.
+inline QWidget* WidgetOf(const zelui::ui::UI_Node* inParent)
+{
+    return inParent ? PeerWidget<QWidget>(inParent) : nullptr;
+}
+
+// The peer of a widget made in code: shown with its window (a widget added to a window already
+// on screen stays hidden unless shown).
+inline std::unique_ptr<zelui::ui::NodePeer> CodeBuiltPeer(QWidget* inWidget)
+{
+    if (inWidget->parentWidget()) {
+        inWidget->show();
+    }
+    return std::make_unique<zelui::ui::NodePeer>(inWidget);
+}
+
 } // namespace HostQt

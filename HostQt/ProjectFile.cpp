@@ -1,8 +1,9 @@
-// The reference project's file: its audio clips with their peaks, and its atomic save.
+// The reference project's file: its audio clips with their peaks, its colour mattes, and its atomic save.
 
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QSaveFile>
 #include <QStorageInfo>
 
@@ -161,6 +162,47 @@ private:
     mutable bool mMeasured = false;
 };
 
+// A matte is one colour, without alpha: the bits above blue are not kept.
+class ColorMatte : public KOR::RefCounted<BE::IColorMatte> {
+public:
+    ColorMatte(int inIndex, std::wstring inName, KOR::ParamColor<unsigned long> inColor)
+        : mIndex(inIndex), mName(std::move(inName)), mColor(inColor)
+    {
+    }
+
+    std::wstring GetName() const override { return mName; }
+    KOR::ParamColor<unsigned long> GetColor() const override { return mColor; }
+    void SetColor(const KOR::ParamColor<unsigned long>& inColor) override
+    {
+        mColor = KOR::ParamColor<unsigned long>(inColor.Red(), inColor.Green(), inColor.Blue());
+    }
+
+    int Index() const { return mIndex; }
+
+private:
+    int mIndex;
+    std::wstring mName;
+    KOR::ParamColor<unsigned long> mColor;
+};
+
+std::optional<KOR::ParamColor<unsigned long>> ParseColor(const QString& inText)
+{
+    static const QRegularExpression kHexColor(QStringLiteral("^#([0-9A-Fa-f]{6})$"));
+    const QRegularExpressionMatch match = kHexColor.match(inText);
+    if (!match.hasMatch()) {
+        return std::nullopt;
+    }
+    const unsigned int rgb = match.captured(1).toUInt(nullptr, 16);
+    return KOR::ParamColor<unsigned long>(static_cast<std::uint8_t>(rgb >> 16), static_cast<std::uint8_t>(rgb >> 8),
+                                          static_cast<std::uint8_t>(rgb));
+}
+
+QString ColorText(const KOR::ParamColor<unsigned long>& inColor)
+{
+    const unsigned int rgb = (inColor.Red() << 16) | (inColor.Green() << 8) | inColor.Blue();
+    return QStringLiteral("#%1").arg(rgb, 6, 16, QLatin1Char('0')).toUpper();
+}
+
 long OpenFailure(const QFileInfo& inTarget, const QFileInfo& inFolder)
 {
     if (inTarget.exists() && !inTarget.isWritable()) {
@@ -245,6 +287,32 @@ QJsonArray WriteAudioClips(QJsonArray inClips, const std::vector<BE::AudioClipRe
         }
     }
     return inClips;
+}
+
+std::vector<BE::ColorMatteRef> ReadColorMattes(const QJsonArray& inMattes)
+{
+    std::vector<BE::ColorMatteRef> mattes;
+    for (int index = 0; index < inMattes.size(); ++index) {
+        const QJsonObject matte = inMattes.at(index).toObject();
+        if (const auto color = ParseColor(matte.value(QStringLiteral("color")).toString())) {
+            mattes.emplace_back(
+                new ColorMatte(index, matte.value(QStringLiteral("name")).toString().toStdWString(), *color));
+        }
+    }
+    return mattes;
+}
+
+QJsonArray WriteColorMattes(QJsonArray inMattes, const std::vector<BE::ColorMatteRef>& inColorMattes)
+{
+    for (const BE::ColorMatteRef& ref : inColorMattes) {
+        const auto* matte = dynamic_cast<const ColorMatte*>(ref.Get());
+        if (matte && matte->Index() < inMattes.size()) {
+            QJsonObject entry = inMattes.at(matte->Index()).toObject();
+            entry.insert(QStringLiteral("color"), ColorText(matte->GetColor()));
+            inMattes.replace(matte->Index(), entry);
+        }
+    }
+    return inMattes;
 }
 
 long WriteProjectFile(const QJsonObject& inProject, const QString& inPath)

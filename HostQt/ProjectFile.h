@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "BE/AudioClip.h"
+#include "BE/ColorMatte.h"
 
 namespace HostQt {
 
@@ -23,6 +24,12 @@ std::vector<BE::AudioClipRef> ReadAudioClips(const QJsonArray& inClips);
 // inClips with each audio clip's peak as last known, for the project file; a clip whose peak is
 // unknown is left as it was.
 QJsonArray WriteAudioClips(QJsonArray inClips, const std::vector<BE::AudioClipRef>& inAudioClips);
+
+// The colour mattes of a project file's "colorMattes": {"name": ..., "color": "#RRGGBB"}. An entry
+// without such a colour is no matte of the model; it is kept as read.
+std::vector<BE::ColorMatteRef> ReadColorMattes(const QJsonArray& inMattes);
+// inMattes with each matte's colour as it is now.
+QJsonArray WriteColorMattes(QJsonArray inMattes, const std::vector<BE::ColorMatteRef>& inColorMattes);
 
 // Writes inProject as JSON to inPath through a temporary file that replaces the old one only
 // when complete, so that a failed save leaves the previous file as it was. Returns BE::kSave_OK

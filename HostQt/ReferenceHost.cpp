@@ -379,13 +379,15 @@ public:
     Project(std::wstring inName, std::wstring inPath, QJsonObject inDocument)
         : mName(std::move(inName)), mPath(std::move(inPath)), mDocument(std::move(inDocument)),
           mSettings(new ProjectSettings(mDocument.value(QStringLiteral("timecode")).toObject())),
-          mAudioClips(ReadAudioClips(mDocument.value(QStringLiteral("clips")).toArray()))
+          mAudioClips(ReadAudioClips(mDocument.value(QStringLiteral("clips")).toArray())),
+          mColorMattes(ReadColorMattes(mDocument.value(QStringLiteral("colorMattes")).toArray()))
     {
     }
     std::wstring GetName() const override { return mName; }
     std::wstring GetFilePath() const override { return mPath; }
     KOR::InterfaceRef<BE::IProjectSettings> GetProjectSettings() const override { return mSettings; }
     std::vector<BE::AudioClipRef> GetAudioClips() const override { return mAudioClips; }
+    std::vector<BE::ColorMatteRef> GetColorMattes() const override { return mColorMattes; }
     long SaveToFile(const std::wstring& inFilePath, bool inAsCopy) override
     {
         const long result = WriteProjectFile(Document(), ToQ(inFilePath));
@@ -403,6 +405,10 @@ private:
         document.insert(QStringLiteral("timecode"), TimecodeObject(*mSettings));
         document.insert(QStringLiteral("clips"),
                         WriteAudioClips(mDocument.value(QStringLiteral("clips")).toArray(), mAudioClips));
+        if (!mColorMattes.empty()) {
+            document.insert(QStringLiteral("colorMattes"),
+                            WriteColorMattes(mDocument.value(QStringLiteral("colorMattes")).toArray(), mColorMattes));
+        }
         return document;
     }
 
@@ -411,6 +417,7 @@ private:
     QJsonObject mDocument;
     KOR::InterfaceRef<BE::IProjectSettings> mSettings;
     std::vector<BE::AudioClipRef> mAudioClips;
+    std::vector<BE::ColorMatteRef> mColorMattes;
 };
 
 class Sounds : public UIF::SoundService {

@@ -1,5 +1,6 @@
-// Views that the module draws and drives itself, on a Qt widget inside a scripted area.
+// Views that the module draws and drives itself, on a Qt widget inside a scripted area or placed in code.
 
+#include <QImage>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -7,6 +8,9 @@
 #include <QStyle>
 #include <QStyleOptionFocusRect>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <cstdint>
 
 #include "HostQt/NodePeer.h"
 #include "HostQt/Widgets.h"
@@ -16,44 +20,97 @@ namespace HostQt {
 
 namespace {
 
-QRect ToQRect(const zelui::ui::Rect& inRect) { return {inRect.left, inRect.top, inRect.width, inRect.height}; }
+using zelui::drawbot::ColorRole;
+using zelui::drawbot::RGBColor;
 
-// Images are host resources, by name: ":/zelui/images/<name>.png".
-QPixmap HostImage(const std::wstring& inName)
-{
-    return QPixmap(QStringLiteral(":/zelui/images/%1.png").arg(QString::fromStdWString(inName)));
-}
+// What one drawing call changes in the painter is put back when it ends.
+class SavedState {
+public:
+    explicit SavedState(QPainter& ioPainter) : mPainter(ioPainter) { mPainter.save(); }
+    ~SavedState() { mPainter.restore(); }
+    SavedState(const SavedState&) = delete;
+    SavedState& operator=(const SavedState&) = delete;
+
+private:
+    QPainter& mPainter;
+};
+
+QColor ToQColor(const RGBColor& inColor) { return QColor(inColor.red, inColor.green, inColor.blue); }
 
 class PainterDrawer : public zelui::drawbot::DrawInterface {
 public:
-    PainterDrawer(QPainter& ioPainter, QWidget& inWidget) : mPainter(ioPainter), mWidget(inWidget) {}
+    PainterDrawer(QPainter& ioPainter, QWidget& inWidget, QImage& ioPixelBuffer)
+        : mPainter(ioPainter), mWidget(inWidget), mPixelBuffer(ioPixelBuffer)
+    {
+    }
 
     bool DrawImage(const std::wstring& inName, const zelui::ui::Rect& inRect) override
     {
-        QPixmap image = HostImage(inName);
+        const QPixmap image = HostImage(inName, mWidget);
         if (image.isNull()) {
             return false;
         }
-        if (!mWidget.isEnabled()) {
-            QStyleOption option;
-            option.initFrom(&mWidget);
-            image = mWidget.style()->generatedIconPixmap(QIcon::Disabled, image, &option);
-        }
+        SavedState saved(mPainter);
         mPainter.setRenderHint(QPainter::SmoothPixmapTransform);
         mPainter.drawPixmap(ToQRect(inRect), image);
         return true;
     }
 
-    void FillRect(const zelui::ui::Rect& inRect, zelui::drawbot::ColorRole inRole) override
+    // Qt takes the top byte of an RGB32 pixel for 0xFF: drawn as they stand, the view's pixels would
+    // carry their top byte into a target with alpha (a window grabbed to a picture) and show as
+    // holes. They go through the view's buffer, which keeps its memory from one drawing to the next.
+    void DrawPixels(const zelui::drawbot::PixelImage& inImage, const zelui::ui::Rect& inRect) override
+    {
+        if (!inImage.pixels || inImage.width <= 0 || inImage.height <= 0) {
+            return;
+        }
+        if (mPixelBuffer.width() != inImage.width || mPixelBuffer.height() != inImage.height) {
+            mPixelBuffer = QImage(inImage.width, inImage.height, QImage::Format_RGB32);
+        }
+        uchar* rows = mPixelBuffer.bits();
+        for (int y = 0; y < inImage.height; ++y) {
+            const std::uint32_t* from = inImage.pixels + static_cast<std::ptrdiff_t>(y) * inImage.width;
+            auto* to = reinterpret_cast<std::uint32_t*>(rows + y * mPixelBuffer.bytesPerLine());
+            std::transform(from, from + inImage.width, to, [](std::uint32_t inPixel) { return inPixel | 0xFF000000u; });
+        }
+        SavedState saved(mPainter);
+        mPainter.setRenderHint(QPainter::SmoothPixmapTransform, false);
+        mPainter.drawImage(ToQRect(inRect), mPixelBuffer);
+    }
+
+    void FillRect(const zelui::ui::Rect& inRect, ColorRole inRole) override
     {
         mPainter.fillRect(ToQRect(inRect), Color(inRole));
     }
 
-    void FrameRect(const zelui::ui::Rect& inRect, zelui::drawbot::ColorRole inRole) override
+    void FillRect(const zelui::ui::Rect& inRect, const RGBColor& inColor) override
     {
-        mPainter.setPen(Color(inRole));
+        mPainter.fillRect(ToQRect(inRect), ToQColor(inColor));
+    }
+
+    void FrameRect(const zelui::ui::Rect& inRect, ColorRole inRole) override { Frame(inRect, Color(inRole)); }
+
+    void FrameRect(const zelui::ui::Rect& inRect, const RGBColor& inColor) override
+    {
+        Frame(inRect, ToQColor(inColor));
+    }
+
+    void FrameEllipse(const zelui::ui::Rect& inRect, const RGBColor& inColor) override
+    {
+        SavedState saved(mPainter);
+        mPainter.setRenderHint(QPainter::Antialiasing);
+        mPainter.setPen(QPen(ToQColor(inColor), 1.0));
         mPainter.setBrush(Qt::NoBrush);
-        mPainter.drawRect(ToQRect(inRect).adjusted(0, 0, -1, -1));
+        // A one-pixel pen centred half a pixel inside keeps the outline within the rectangle.
+        mPainter.drawEllipse(QRectF(ToQRect(inRect)).adjusted(0.5, 0.5, -0.5, -0.5));
+    }
+
+    void DrawText(const std::wstring& inText, const zelui::ui::Rect& inRect, ColorRole inRole) override
+    {
+        SavedState saved(mPainter);
+        mPainter.setFont(mWidget.font());
+        mPainter.setPen(Color(inRole));
+        mPainter.drawText(ToQRect(inRect), Qt::AlignCenter | Qt::TextSingleLine, QString::fromStdWString(inText));
     }
 
     void DrawFocusRing(const zelui::ui::Rect& inRect) override
@@ -66,28 +123,43 @@ public:
     }
 
 private:
-    QColor Color(zelui::drawbot::ColorRole inRole) const
+    QColor Color(ColorRole inRole) const
     {
         const QPalette::ColorGroup group = mWidget.isEnabled() ? QPalette::Active : QPalette::Disabled;
         switch (inRole) {
-        case zelui::drawbot::ColorRole::kFrame: return mWidget.palette().color(group, QPalette::Mid);
-        case zelui::drawbot::ColorRole::kHighlight: return mWidget.palette().color(group, QPalette::Highlight);
-        case zelui::drawbot::ColorRole::kWindow: break;
+        case ColorRole::kFrame: return mWidget.palette().color(group, QPalette::Mid);
+        case ColorRole::kHighlight: return mWidget.palette().color(group, QPalette::Highlight);
+        case ColorRole::kText: return mWidget.palette().color(group, QPalette::WindowText);
+        case ColorRole::kWindow: break;
         }
         return mWidget.palette().color(group, QPalette::Window);
     }
 
+    void Frame(const zelui::ui::Rect& inRect, const QColor& inColor)
+    {
+        SavedState saved(mPainter);
+        mPainter.setPen(inColor);
+        mPainter.setBrush(Qt::NoBrush);
+        mPainter.drawRect(ToQRect(inRect).adjusted(0, 0, -1, -1));
+    }
+
     QPainter& mPainter;
     QWidget& mWidget;
+    QImage& mPixelBuffer;
 };
 
 // Hands paint, mouse, key and focus events to its view's hooks. A press and release on the
 // view is a click; keys the view leaves go on to the window (Enter, Escape).
 class SubViewWidget : public QWidget {
 public:
-    explicit SubViewWidget(QWidget* inParent) : QWidget(inParent) { setFocusPolicy(Qt::NoFocus); }
+    SubViewWidget(QWidget* inParent, bool inFillsArea) : QWidget(inParent), mFillsArea(inFillsArea)
+    {
+        setFocusPolicy(Qt::NoFocus);
+    }
 
     void SetNode(zelui::ui::UI_SubView* inNode) { mNode = inNode; }
+    // A view that fills a scripted area, rather than one placed in code.
+    bool FillsArea() const { return mFillsArea; }
 
 protected:
     void paintEvent(QPaintEvent*) override
@@ -96,7 +168,7 @@ protected:
             return;
         }
         QPainter painter(this);
-        PainterDrawer drawer(painter, *this);
+        PainterDrawer drawer(painter, *this, mPixelBuffer);
         Guarded([&] { mNode->UI_Draw(drawer); });
     }
 
@@ -160,8 +232,7 @@ private:
         if (!mNode || !isEnabled()) {
             return;
         }
-        const QPoint at = inEvent.position().toPoint();
-        const zelui::ui::MouseEvent event{inType, 1, Modifiers(inEvent.modifiers()), at.x(), at.y()};
+        const zelui::ui::MouseEvent event = ToMouseEvent(inType, inEvent);
         Guarded([&] { mNode->UI_DoMouseEvent(mNode, event); });
     }
 
@@ -183,6 +254,8 @@ private:
     }
 
     zelui::ui::UI_SubView* mNode = nullptr;
+    const bool mFillsArea;
+    QImage mPixelBuffer; // what DrawPixels draws from
     bool mPressed = false;
 };
 
@@ -190,7 +263,7 @@ private:
 SubViewWidget* MakeSubViewWidget(zelui::ui::UI_Node& inArea, const std::wstring& inName)
 {
     QWidget* area = PeerWidget<QWidget>(&inArea);
-    auto* widget = new SubViewWidget(area);
+    auto* widget = new SubViewWidget(area, true);
     widget->setObjectName(QString::fromStdWString(inName));
     if (area) {
         QLayout* layout = area->layout();
@@ -201,6 +274,13 @@ SubViewWidget* MakeSubViewWidget(zelui::ui::UI_Node& inArea, const std::wstring&
         layout->addWidget(widget);
         widget->show();
     }
+    return widget;
+}
+
+SubViewWidget* MakeCodeBuiltSubViewWidget(zelui::ui::UI_Node* inParent, const std::wstring& inName)
+{
+    auto* widget = new SubViewWidget(WidgetOf(inParent), false);
+    widget->setObjectName(QString::fromStdWString(inName));
     return widget;
 }
 
@@ -222,6 +302,12 @@ UI_SubView::UI_SubView(UI_Node& inArea, const std::wstring& inName)
     static_cast<HostQt::SubViewWidget*>(PeerWidget<QWidget>(this))->SetNode(this);
 }
 
+UI_SubView::UI_SubView(const drawbot::SupplierInterface*, UI_Node* inParent, const std::wstring& inName)
+    : UI_Node(HostQt::CodeBuiltPeer(HostQt::MakeCodeBuiltSubViewWidget(inParent, inName)))
+{
+    static_cast<HostQt::SubViewWidget*>(PeerWidget<QWidget>(this))->SetNode(this);
+}
+
 // The widget belongs to the window and may outlive the view.
 UI_SubView::~UI_SubView()
 {
@@ -236,15 +322,16 @@ Rect UI_SubView::GetLocalRect() const
     return widget ? Rect{0, 0, widget->width(), widget->height()} : Rect{};
 }
 
-// The view takes the area's place in the tab order; the area itself never takes the focus.
+// A view in an area takes the area's place in the tab order, and the area itself never takes the
+// focus; one placed in code keeps its place in the order of its making.
 void UI_SubView::SetWantsKeyboardFocus(bool inWants)
 {
-    QWidget* widget = PeerWidget<QWidget>(this);
+    auto* widget = dynamic_cast<HostQt::SubViewWidget*>(PeerWidget<QWidget>(this));
     if (!widget) {
         return;
     }
     widget->setFocusPolicy(inWants ? Qt::StrongFocus : Qt::NoFocus);
-    QWidget* area = widget->parentWidget();
+    QWidget* area = widget->FillsArea() ? widget->parentWidget() : nullptr;
     if (inWants && area) {
         if (area->focusPolicy() == Qt::NoFocus) {
             area->setFocusPolicy(Qt::TabFocus);
@@ -260,23 +347,23 @@ bool UI_SubView::HasFocus() const
     return widget && widget->hasFocus();
 }
 
-void UI_SubView::SetAccessibleName(const std::wstring& inName)
-{
-    if (auto* widget = PeerWidget<QWidget>(this)) {
-        widget->setAccessibleName(QString::fromStdWString(inName));
-    }
-}
-
-std::wstring UI_SubView::GetAccessibleName() const
-{
-    const auto* widget = PeerWidget<QWidget>(this);
-    return widget ? widget->accessibleName().toStdWString() : std::wstring();
-}
-
+// Qt merges the requests into the next paint.
 void UI_SubView::Invalidate()
 {
     if (auto* widget = PeerWidget<QWidget>(this)) {
         widget->update();
+    }
+}
+
+// Without the cross the view shows its window's cursor, the arrow unless the window set another.
+void UI_SubView::SetCrossCursor(bool inCross)
+{
+    if (auto* widget = PeerWidget<QWidget>(this)) {
+        if (inCross) {
+            widget->setCursor(Qt::CrossCursor);
+        } else {
+            widget->unsetCursor();
+        }
     }
 }
 

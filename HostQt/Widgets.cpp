@@ -8,10 +8,13 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyle>
+#include <QStyleOption>
 #include <QTextEdit>
 #include <QTreeWidget>
 
@@ -34,6 +37,11 @@ struct ScopeEntry {
 
 // Dialogs being bound or run, innermost last.
 thread_local std::vector<ScopeEntry> gHandlerScopes;
+
+// A text field's dynamic properties for its change notices.
+constexpr const char* kNotifyWhenFinished = "tarvixNotifyWhenFinished";
+constexpr const char* kEditedSinceNotice = "tarvixEditedSinceNotice";
+constexpr int kNoLengthLimit = 32767; // QLineEdit's own default
 
 // An exception must not unwind through Qt's event delivery. One thrown by a handler ends the
 // innermost dialog and is raised again when that dialog's scope asks for it.
@@ -157,6 +165,51 @@ int DialogWidget::RunModal()
     return result;
 }
 
+zelui::ui::MouseEvent ToMouseEvent(zelui::ui::MouseEvent::Type inType, const QMouseEvent& inEvent)
+{
+    const QPoint at = inEvent.position().toPoint();
+    return {inType, 1, Modifiers(inEvent.modifiers()), at.x(), at.y()};
+}
+
+QPixmap HostImage(const std::wstring& inName, const QWidget& inShownIn)
+{
+    QPixmap image(QStringLiteral(":/zelui/images/%1.png").arg(QString::fromStdWString(inName)));
+    if (!image.isNull() && !inShownIn.isEnabled()) {
+        QStyleOption option;
+        option.initFrom(&inShownIn);
+        image = inShownIn.style()->generatedIconPixmap(QIcon::Disabled, image, &option);
+    }
+    return image;
+}
+
+void BroadcastClicks(zelui::controls::UI_Button& ioNode)
+{
+    if (auto* button = PeerWidget<QAbstractButton>(&ioNode)) {
+        QObject::connect(button, &QAbstractButton::clicked, ioNode.GetPeer()->ConnectionContext(),
+                         [raw = &ioNode] { raw->BroadcastChange(); });
+    }
+}
+
+// The field lives while it can emit, so the handlers may hold it bare. Focus leaving a field whose
+// text the user did not change, and Enter again after a notice, tell no one.
+void ConnectTextChanges(zelui::controls::UI_TextEdit& ioNode, QLineEdit* inField)
+{
+    QObject* context = ioNode.GetPeer()->ConnectionContext();
+    QObject::connect(inField, &QLineEdit::textEdited, context, [raw = &ioNode, inField] {
+        if (inField->property(kNotifyWhenFinished).toBool()) {
+            inField->setProperty(kEditedSinceNotice, true);
+        } else {
+            raw->BroadcastChange();
+        }
+    });
+    QObject::connect(inField, &QLineEdit::editingFinished, context, [raw = &ioNode, inField] {
+        if (inField->property(kNotifyWhenFinished).toBool() && inField->property(kEditedSinceNotice).toBool()) {
+            inField->setProperty(kEditedSinceNotice, false);
+            raw->BroadcastChange();
+        }
+    });
+}
+
 zelui::ui::UI_NodePtr MakeControlNode(QWidget* inWidget)
 {
     using namespace zelui::controls;
@@ -166,7 +219,7 @@ zelui::ui::UI_NodePtr MakeControlNode(QWidget* inWidget)
         boost::intrusive_ptr<UI_Button> node = qobject_cast<QRadioButton*>(button) ? new UI_RadioButton(std::move(peer))
                                                : qobject_cast<QCheckBox*>(button)  ? new UI_CheckBox(std::move(peer))
                                                                                    : new UI_Button(std::move(peer));
-        QObject::connect(button, &QAbstractButton::clicked, context, [raw = node.get()] { raw->BroadcastChange(); });
+        BroadcastClicks(*node);
         return node;
     }
     if (auto* list = qobject_cast<QTreeWidget*>(inWidget)) {
@@ -180,7 +233,7 @@ zelui::ui::UI_NodePtr MakeControlNode(QWidget* inWidget)
     }
     if (auto* lineEdit = qobject_cast<QLineEdit*>(inWidget)) {
         boost::intrusive_ptr<UI_TextEdit> node(new UI_TextEdit(std::move(peer)));
-        QObject::connect(lineEdit, &QLineEdit::textEdited, context, [raw = node.get()] { raw->BroadcastChange(); });
+        ConnectTextChanges(*node, lineEdit);
         InstallKeyForwarder(*node, lineEdit);
         return node;
     }
@@ -216,6 +269,39 @@ std::wstring UI_Node::GetName() const
 {
     const QWidget* widget = PeerWidget<QWidget>(this);
     return widget ? widget->objectName().toStdWString() : std::wstring();
+}
+
+void UI_Node::SetName(const std::wstring& inName)
+{
+    if (QWidget* widget = PeerWidget<QWidget>(this)) {
+        widget->setObjectName(QString::fromStdWString(inName));
+    }
+}
+
+void UI_Node::SetBounds(const Rect& inBounds)
+{
+    if (QWidget* widget = PeerWidget<QWidget>(this)) {
+        widget->setGeometry(HostQt::ToQRect(inBounds));
+    }
+}
+
+Rect UI_Node::GetBounds() const
+{
+    const QWidget* widget = PeerWidget<QWidget>(this);
+    return widget ? HostQt::ToRect(widget->geometry()) : Rect{};
+}
+
+void UI_Node::SetAccessibleName(const std::wstring& inName)
+{
+    if (QWidget* widget = PeerWidget<QWidget>(this)) {
+        widget->setAccessibleName(QString::fromStdWString(inName));
+    }
+}
+
+std::wstring UI_Node::GetAccessibleName() const
+{
+    const QWidget* widget = PeerWidget<QWidget>(this);
+    return widget ? widget->accessibleName().toStdWString() : std::wstring();
 }
 
 void UI_Node::SetEnabled(bool inEnabled)
@@ -433,6 +519,21 @@ void UI_TextEdit::SetReadOnly(bool inReadOnly)
         plain->setReadOnly(inReadOnly);
     } else if (auto* rich = PeerWidget<QTextEdit>(this)) {
         rich->setReadOnly(inReadOnly);
+    }
+}
+
+void UI_TextEdit::SetMaxLength(int inLength)
+{
+    if (auto* line = PeerWidget<QLineEdit>(this)) {
+        line->setMaxLength(inLength > 0 ? inLength : HostQt::kNoLengthLimit);
+    }
+}
+
+void UI_TextEdit::SetNotifyWhenFinished(bool inWhenFinished)
+{
+    if (auto* line = PeerWidget<QLineEdit>(this)) {
+        line->setProperty(HostQt::kNotifyWhenFinished, inWhenFinished);
+        line->setProperty(HostQt::kEditedSinceNotice, false);
     }
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QDialog>
+#include <QPixmap>
 #include <QPointer>
+#include <QRect>
 
 #include <functional>
 
@@ -9,11 +11,14 @@
 
 class QAbstractButton;
 class QKeyEvent;
+class QLineEdit;
+class QMouseEvent;
 
 namespace zelui::ui {
 class UI_Dialog;
 }
 namespace zelui::controls {
+class UI_Button;
 class UI_TextEdit;
 }
 
@@ -51,8 +56,22 @@ void Guarded(const std::function<void()>& inHandler);
 unsigned int Modifiers(Qt::KeyboardModifiers inModifiers);
 zelui::ui::KeyboardEvent ToKeyboardEvent(const QKeyEvent& inEvent);
 
+zelui::ui::MouseEvent ToMouseEvent(zelui::ui::MouseEvent::Type inType, const QMouseEvent& inEvent);
+
+inline QRect ToQRect(const zelui::ui::Rect& inRect) { return {inRect.left, inRect.top, inRect.width, inRect.height}; }
+inline zelui::ui::Rect ToRect(const QRect& inRect) { return {inRect.x(), inRect.y(), inRect.width(), inRect.height()}; }
+
+// The host image resource inName (":/zelui/images/<name>.png"), in the disabled look when
+// inShownIn is disabled; null when the host has no such image.
+QPixmap HostImage(const std::wstring& inName, const QWidget& inShownIn);
+
 // Makes inWidget hand its keys to ioNode's keyboard hook first.
 void InstallKeyForwarder(zelui::controls::UI_TextEdit& ioNode, QWidget* inWidget);
+// Tells ioNode's listeners of each click on its button (a click by the user, or Press).
+void BroadcastClicks(zelui::controls::UI_Button& ioNode);
+// Tells ioNode's listeners of the user's edits in inField: at each edit, or once the user has
+// finished editing a text they changed when the node notifies when finished.
+void ConnectTextChanges(zelui::controls::UI_TextEdit& ioNode, QLineEdit* inField);
 
 // While it lives, what a handler of inDialog's controls throws is kept (and the dialog ended)
 // instead of unwinding through Qt; RethrowPending raises it where it is safe.
