@@ -14,7 +14,6 @@
 #include "HostQt/ReferenceHost.h"
 #include "ScriptedUser.h"
 #include "TestHost.h"
-#include "WavFile.h"
 #include "zelcore/Error.h"
 
 namespace {
@@ -224,7 +223,7 @@ TEST(ClipGainDialogNormalize, TheHostMeasuresThePeakOfAClipsWavFile)
 {
     TestSupport::TestHost host;
     const QString media = QDir(host.ScratchDirectory()).filePath(QStringLiteral("Quiet.wav"));
-    TestSupport::WriteWav(media, TestSupport::WavFormat::kInt16, 2, {0.0, 0.125, -0.0625, 0.1});
+    TestSupport::WriteWav(media, {HostQt::WavFormat::kInt16, 2}, {0.0, 0.125, -0.0625, 0.1});
     const QByteArray json = QStringLiteral(R"({"clips": [{"name": "Quiet.wav", "path": "%1", "audioOnly": true,
         "peakAmplitude": 0.9}]})").arg(media).toUtf8();
     const BE::ProjectRef project = HostQt::LoadProject(json, QStringLiteral("/tmp/Quiet.tvx"));

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "HostQt/ReferenceHost.h"
+#include "HostQt/WavFile.h"
 #include "HostQt/Workspace.h"
 #include "KOR/Services.h"
 
@@ -69,5 +70,10 @@ private:
 // The folder of the project's own layout scripts and string table.
 QString ScriptsDirectory();
 QString StringTablePath();
+
+// Writes a WAV file of interleaved samples. inChunkBeforeData, a whole chunk, goes between the
+// format chunk and the samples, where tagging programs leave theirs.
+void WriteWav(const QString& inPath, const HostQt::WavLayout& inLayout, const std::vector<double>& inSamples,
+              const QByteArray& inChunkBeforeData = {});
 
 } // namespace TestSupport
