@@ -45,7 +45,6 @@ public:
 
     void StopAllPlayers() override
     {
-        ++mCounts.playersStopped;
         mCounts.sequence.emplace_back("stop players");
         mReal.players->StopAllPlayers();
     }
@@ -71,7 +70,6 @@ public:
     void Beep() override { ++mCounts.beeps; }
     void EndInputCapture(bool inRestoreFocus) override
     {
-        ++mCounts.inputCapturesEnded;
         mCounts.sequence.emplace_back("end input capture");
         mReal.nodeManager->EndInputCapture(inRestoreFocus);
     }

@@ -17,10 +17,8 @@ namespace TestSupport {
 
 // What the module asked of the host, counted by wrappers around the reference services.
 struct HostCounts {
-    int playersStopped = 0;
     int autoSaveBlocks = 0;
     int autoSaveUnblocks = 0;
-    int inputCapturesEnded = 0;
     int beeps = 0;
     std::vector<std::string> contractsFailed; // the failed expressions, in order
     struct MessageBox {
