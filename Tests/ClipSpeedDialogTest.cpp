@@ -7,7 +7,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
-#include <QPainter>
 
 #include <random>
 
@@ -20,7 +19,7 @@
 #include "DLG/Module.h"
 #include "HostQt/ReferenceHost.h"
 #include "KOR/Stations.h"
-#include "ScriptedUser.h"
+#include "CheckedUser.h"
 #include "TestHost.h"
 #include "zelcore/Error.h"
 
@@ -28,10 +27,9 @@ namespace {
 
 using namespace KOR;
 using namespace DLG::ClipSpeedDialog;
-using TestSupport::ScriptedUser;
+using TestSupport::CheckedUser;
 using TestSupport::TestHost;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 const Time kTenSeconds = Time::FromSeconds(10);
 
@@ -249,13 +247,6 @@ const Time kOddFilm = Time(1439, kFrameRate_Film23976) + Time(13);
 INSTANTIATE_TEST_SUITE_P(
     Sequences, ClipSpeedRoundTrip,
     testing::Values(
-        RoundTripCase{"ThirdSpeedThenBack", kNtscTen, 1.0, true, {Speed(33.33)}},
-        RoundTripCase{"ManySpeeds", kOddTicks, 1.0, true, {Speed(33.33), Speed(-250), Speed(0.7), Speed(99.99)}},
-        RoundTripCase{"ThroughTheLimit", kOddTicks, 1.0, true, {Speed(0.01), Speed(-0.02)}},
-        RoundTripCase{"TypedDurations", kOddTicks, 1.0, true,
-                      {Duration(Time::FromSeconds(7)), Duration(Time(1234567891)), Speed(61.8)}},
-        RoundTripCase{"UnlinkedEditsThenLinked", kNtscTen, 1.0, false,
-                      {Duration(Time::FromSeconds(3)), Speed(12.5), Toggle(), Toggle(), Speed(100)}},
         RoundTripCase{"TogglesAtTheLimit", kOddTicks, 1.0, true, {Toggle(), Speed(0.03), Toggle(true), Toggle()}},
         RoundTripCase{"TypedDurationPastTheLimit", kOddTicks, 1.0, true, {Duration(Time::FromSeconds(90000))}},
         RoundTripCase{"WithAMultiplier", kOddTicks, 1000.0 / 1001.0, true,
@@ -263,8 +254,6 @@ INSTANTIATE_TEST_SUITE_P(
         RoundTripCase{"FilmHourThroughTheLimitAndRelinked", kFilmHour, 1.0, true,
                       {Speed(2), Toggle(), Toggle(true), Duration(Time(1439, kFrameRate_Film23976)), Toggle(),
                        Toggle()}},
-        RoundTripCase{"OddTypedDurationsRelinked", kOddFilm, 1.0, true,
-                      {Duration(Time(12345678901)), Toggle(), Toggle(), Duration(Time(1)), Speed(-0.01), Toggle(true)}},
         RoundTripCase{"LongestDurationTypedThenReversed", kOddTicks, 1.0, true,
                       {Duration(kLongestDuration), Speed(-100.005), Toggle(), Duration(Time()), Toggle(true)}},
         RoundTripCase{"UnlinkedAtTheLimitWithAMultiplier", kFilmHour, 1001.0 / 1000.0, false,
@@ -321,16 +310,11 @@ public:
         found.push_back(ioDrawer.DrawImage(L"GangUnlinked", {bounds.width / 2, 0, bounds.width / 2, bounds.height}));
         found.push_back(ioDrawer.DrawImage(L"NoSuchImage", bounds));
     }
-    bool UI_DoKeyboardEvent(zelui::ui::UI_Node*, const zelui::ui::KeyboardEvent& inEvent) override
-    {
-        keys.push_back(inEvent.character);
-        return inEvent.character == L'x';
-    }
     std::vector<bool> found;
-    std::vector<wchar_t> keys;
 };
 
-TEST(SubView, DrawsHostImagesByNameAndPassesOnKeysItLeaves)
+// Keys a sub-view leaves reach its parent: the dialog's cases below confirm with Enter on the focused gang view.
+TEST(SubView, DrawsHostImagesByName)
 {
     TestSupport::ControlWindow window;
     QWidget* host = HostQt::PeerWidget<QWidget>(window.Node());
@@ -339,7 +323,6 @@ TEST(SubView, DrawsHostImagesByNameAndPassesOnKeysItLeaves)
     areaWidget->show();
     zelui::ui::UI_Node area(std::make_unique<zelui::ui::NodePeer>(areaWidget));
     boost::intrusive_ptr<ProbeView> view(new ProbeView(area, L"probe"));
-    view->SetWantsKeyboardFocus(true);
     auto* widget = HostQt::PeerWidget<QWidget>(view.get());
     ASSERT_NE(widget, nullptr);
     EXPECT_EQ(widget->parentWidget(), areaWidget);
@@ -359,24 +342,6 @@ TEST(SubView, DrawsHostImagesByNameAndPassesOnKeysItLeaves)
     };
     EXPECT_TRUE(inked(0));
     EXPECT_TRUE(inked(image.width() / 2));
-
-    int passedOn = 0;
-    class Counter : public QObject {
-    public:
-        explicit Counter(int& outCount) : mCount(outCount) {}
-        bool eventFilter(QObject*, QEvent* inEvent) override
-        {
-            mCount += inEvent->type() == QEvent::KeyPress;
-            return false;
-        }
-        int& mCount;
-    } counter(passedOn);
-    areaWidget->installEventFilter(&counter);
-    widget->setFocus();
-    QTest::keyClick(widget, Qt::Key_X);
-    QTest::keyClick(widget, Qt::Key_Y);
-    EXPECT_THAT(view->keys, ElementsAre(L'x', L'x', L'y', L'y')) << "press and release of each";
-    EXPECT_EQ(passedOn, 1) << "only the key the view left went on to its parent";
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -421,14 +386,6 @@ QString Shown(QWidget& inWindow, const QString& inName)
     return control ? control->property("displayText").toString() : QStringLiteral("<no %1>").arg(inName);
 }
 
-QString TimecodeAt2997(Time inTime)
-{
-    Timecode timecode;
-    timecode.SetFormat(kTimecodeFormat_SMPTE2997DropFrame, kFrameRate_NTSC2997);
-    timecode.SetTime(inTime);
-    return QString::fromStdWString(timecode.GetString());
-}
-
 std::optional<bool> GangedInSettingsFile(const TestHost& inHost)
 {
     QFile file(inHost.SettingsDirectory() + QStringLiteral("/Backend.json"));
@@ -456,11 +413,10 @@ class ClipSpeedDialogRun : public testing::TestWithParam<DialogCase> {};
 TEST_P(ClipSpeedDialogRun, WritesTheCallersValuesOnlyWhenConfirmed)
 {
     TestHost host;
-    ScriptedUser user;
+    CheckedUser user;
     GetParam().actions(user.On(kDialog));
     Caller caller;
     EXPECT_EQ(caller.Run(), GetParam().confirmed);
-    EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_EQ(caller.speed, GetParam().speed);
     EXPECT_EQ(caller.duration, GetParam().duration);
     EXPECT_EQ(caller.reverse, GetParam().reverse);
@@ -471,9 +427,10 @@ TEST_P(ClipSpeedDialogRun, WritesTheCallersValuesOnlyWhenConfirmed)
 INSTANTIATE_TEST_SUITE_P(
     Inputs, ClipSpeedDialogRun,
     testing::Values(
-        DialogCase{"HalfSpeedThenEnter",
+        // A negative speed checks Reverse and shows positive.
+        DialogCase{"NegativeHalfSpeedThenEnter",
                    [](auto& s) {
-                       s.Type(kSpeed, "50")
+                       s.Type(kSpeed, "-50")
                            .Press(Qt::Key_Return)
                            .Inspect([](QWidget& inWindow) {
                                EXPECT_EQ(Shown(inWindow, kDurationField), QStringLiteral("00:00:20;00"));
@@ -481,15 +438,10 @@ INSTANTIATE_TEST_SUITE_P(
                            })
                            .Press(Qt::Key_Return);
                    },
-                   true, 50.0, Time(600, kFrameRate_NTSC2997), false, true},
-        DialogCase{"NegativeSpeedReverses", [](auto& s) { s.Type(kSpeed, "-200").Press(Qt::Key_Return).Click("okButton"); },
-                   true, 200.0, Time(150, kFrameRate_NTSC2997), true, true},
+                   true, 50.0, Time(600, kFrameRate_NTSC2997), true, true},
         DialogCase{"DurationSetsTheSpeed",
                    [](auto& s) { s.Type(kDurationField, "40;00").Press(Qt::Key_Return).Press(Qt::Key_Return); }, true,
                    25.0, Time(1200, kFrameRate_NTSC2997), false, true},
-        DialogCase{"UnlinkedByClickSpeedLeavesTheDuration",
-                   [](auto& s) { s.Click(kGang).Type(kSpeed, "50").Press(Qt::Key_Return).Press(Qt::Key_Return); }, true,
-                   50.0, kNtscTen, false, false},
         DialogCase{"UnlinkedBySpaceAfterTab",
                    [](auto& s) {
                        s.Press(Qt::Key_Tab)
@@ -524,23 +476,8 @@ INSTANTIATE_TEST_SUITE_P(
                            .Press(Qt::Key_Return);
                    },
                    true, 100.0, kNtscTen, false, false},
-        DialogCase{"TooSlowStopsAtTheLimit",
-                   [](auto& s) {
-                       s.Type(kSpeed, "0.01")
-                           .Press(Qt::Key_Return)
-                           .Inspect([](QWidget& inWindow) {
-                               EXPECT_EQ(Shown(inWindow, kDurationField), TimecodeAt2997(kLongestDuration));
-                               EXPECT_EQ(Shown(inWindow, kSpeed), QStringLiteral("-0.01 %"));
-                           })
-                           .Press(Qt::Key_Return);
-                   },
-                   true, double(0.01f), kLongestDuration, false, true},
-        DialogCase{"TypedThenEscape", [](auto& s) { s.Type(kSpeed, "50").Press(Qt::Key_Return).Press(Qt::Key_Escape); },
-                   false, 100.0, kNtscTen, false, false},
         DialogCase{"TypedThenCancel", [](auto& s) { s.Type(kSpeed, "-50").Press(Qt::Key_Return).Click("cancelButton"); },
-                   false, 100.0, kNtscTen, false, false},
-        DialogCase{"TypedThenClosed", [](auto& s) { s.Type(kSpeed, "25").Press(Qt::Key_Return).Close(); }, false, 100.0,
-                   kNtscTen, false, false}),
+                   false, 100.0, kNtscTen, false, false}),
     [](const auto& inInfo) { return std::string(inInfo.param.name); });
 
 TEST(ClipSpeedDialog, TheGangIsRememberedInTheSettingsFileAtEachToggle)
@@ -548,7 +485,7 @@ TEST(ClipSpeedDialog, TheGangIsRememberedInTheSettingsFileAtEachToggle)
     TestHost host;
     EXPECT_EQ(GangedInSettingsFile(host), std::nullopt);
     {
-        ScriptedUser user;
+        CheckedUser user;
         user.On(kDialog)
             .Click(kGang)
             .Inspect([&](QWidget&) { EXPECT_EQ(GangedInSettingsFile(host), false); })
@@ -558,42 +495,23 @@ TEST(ClipSpeedDialog, TheGangIsRememberedInTheSettingsFileAtEachToggle)
             .Click("cancelButton");
         Caller caller;
         EXPECT_FALSE(caller.Run());
-        EXPECT_THAT(user.Finish(), IsEmpty());
     }
     EXPECT_EQ(GangedInSettingsFile(host), false) << "a toggle is remembered even when the dialog is cancelled";
 
     // The next time the dialog opens unlinked: the speed leaves the duration alone.
-    ScriptedUser user;
+    CheckedUser user;
     user.On(kDialog).Type(kSpeed, "50").Press(Qt::Key_Return).Press(Qt::Key_Return);
     Caller caller;
     EXPECT_TRUE(caller.Run());
-    EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_EQ(caller.duration, kNtscTen);
     EXPECT_FALSE(caller.ganged);
-}
-
-TEST(ClipSpeedDialog, WithoutABackendTheToggleRaisesTheNullInterfaceError)
-{
-    TestHost host;
-    KOR::Services().backend = nullptr;
-    ScriptedUser user;
-    user.On(kDialog).Click(kGang);
-    Caller caller;
-    try {
-        caller.Run();
-        ADD_FAILURE() << "the toggle raised nothing";
-    } catch (const zelcore::Error& error) {
-        EXPECT_EQ(error.Message(), L"A NULL interface pointer has been dereferenced.");
-    }
-    EXPECT_THAT(user.Finish(), IsEmpty());
-    EXPECT_EQ(caller.speed, 100.0);
 }
 
 TEST(ClipSpeedDialog, DisabledPartsCannotBeChanged)
 {
     TestHost host;
     BE::GetBackend()->SetBoolProperty(kGangedProperty, true);
-    ScriptedUser user;
+    CheckedUser user;
     user.On(kDialog)
         .Inspect([](QWidget& inWindow) {
             EXPECT_FALSE(inWindow.findChild<QWidget*>(QStringLiteral("reverseSpeed"))->isEnabled());
@@ -612,7 +530,6 @@ TEST(ClipSpeedDialog, DisabledPartsCannotBeChanged)
     caller.enableDuration = false;
     caller.ganged = true;
     EXPECT_TRUE(caller.Run());
-    EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_EQ(caller.speed, 50.0);
     EXPECT_EQ(caller.duration, kNtscTen) << "without a duration to change, the speed changes alone";
     EXPECT_FALSE(caller.ganged);
@@ -623,7 +540,7 @@ TEST(ClipSpeedDialog, DisabledPartsCannotBeChanged)
 TEST(ClipSpeedDialog, EveryFocusableControlHasANameAndTheTabOrderFollowsTheLayout)
 {
     TestHost host;
-    ScriptedUser user;
+    CheckedUser user;
     QStringList order;
     user.On(kDialog)
         .Inspect([&](QWidget& inWindow) {
@@ -646,7 +563,6 @@ TEST(ClipSpeedDialog, EveryFocusableControlHasANameAndTheTabOrderFollowsTheLayou
         .Press(Qt::Key_Escape);
     Caller caller;
     EXPECT_FALSE(caller.Run());
-    EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_THAT(order, ElementsAre(kSpeed, kGang, kDurationField, QStringLiteral("reverseSpeed"),
                                    QStringLiteral("maintainAudioPitch"), QStringLiteral("okButton"),
                                    QStringLiteral("cancelButton")));
@@ -657,35 +573,38 @@ TEST(ClipSpeedDialog, TheCallersCommanderGetsTheCommandsBackHoweverTheDialogEnds
     TestHost host;
     HostQt::TabView timeline(host.Workspace(), L"Timeline", host.Workspace().MainCommander());
     host.Workspace().SetFocusedTabView(&timeline);
-    ScriptedUser user;
+    CheckedUser user;
     user.On(kDialog)
         .Inspect([&](QWidget&) { EXPECT_EQ(host.Workspace().CommandTarget(), host.Workspace().MainCommander()); })
         .Press(Qt::Key_Escape);
     Caller caller;
     caller.commander = &timeline;
     EXPECT_FALSE(caller.Run());
-    EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_EQ(host.Workspace().CommandTarget(), &timeline);
 
+    // Without a backend the toggle raises the host's error, and the target still comes back.
     host.Workspace().SetCommandTarget(nullptr);
     KOR::Services().backend = nullptr;
-    ScriptedUser failing;
-    failing.On(kDialog).Click(kGang);
-    EXPECT_THROW(caller.Run(), zelcore::Error);
-    EXPECT_THAT(failing.Finish(), IsEmpty());
+    user.On(kDialog).Click(kGang);
+    try {
+        caller.Run();
+        ADD_FAILURE() << "the toggle raised nothing";
+    } catch (const zelcore::Error& error) {
+        EXPECT_EQ(error.Message(), L"A NULL interface pointer has been dereferenced.");
+    }
     EXPECT_EQ(host.Workspace().CommandTarget(), &timeline);
+    EXPECT_EQ(caller.speed, 100.0);
 }
 
 TEST(ClipSpeedDialog, TheDurationIsOnItsNamedStationWhileTheDialogIsOpen)
 {
     TestHost host;
-    ScriptedUser user;
+    CheckedUser user;
     user.On(kDialog)
         .Inspect([](QWidget&) { EXPECT_TRUE(KOR::StationRegistry::IsRegistered(kDurationStation)); })
         .Press(Qt::Key_Escape);
     Caller caller;
     EXPECT_FALSE(caller.Run());
-    EXPECT_THAT(user.Finish(), IsEmpty());
     EXPECT_FALSE(KOR::StationRegistry::IsRegistered(kDurationStation));
 }
 

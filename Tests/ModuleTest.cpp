@@ -126,8 +126,6 @@ TEST(Dispatch, IdentifiersMatchExactlyAndUnknownOnesReleaseTheParameters)
         EXPECT_TRUE(destroyed) << "the parameters of an unknown identifier are released";
     }
     EXPECT_TRUE(host.Counts().messageBoxes.empty());
-    EXPECT_EQ(DLG::kSerialSetupDialogID, L"com.tarvix.dialogs.SerialSetup.Modal");
-    EXPECT_EQ(DLG::kColorMatteNameDialogID, L"com.tarvix.dialogs.ColorMatteName.Settings.Modal");
 }
 
 TEST(Contracts, CreatorCalledWithAnotherIdentifierRaisesTheInputContractError)
@@ -147,17 +145,6 @@ TEST(Contracts, CreatorCalledWithAnotherIdentifierRaisesTheInputContractError)
     }
     EXPECT_TRUE(destroyed);
     EXPECT_THAT(host.Counts().contractsFailed, testing::ElementsAre("inDialogID == kColorMatteNameDialogID"));
-}
-
-TEST(Contracts, NullInterfaceDereferenceRaisesTheHostError)
-{
-    BE::ProjectRef none;
-    try {
-        (void)none->GetName();
-        FAIL() << "no error was raised";
-    } catch (const zelcore::Error& error) {
-        EXPECT_EQ(error.Message(), L"A NULL interface pointer has been dereferenced.");
-    }
 }
 
 } // namespace

@@ -11,11 +11,11 @@
 #include "BE/Project.h"
 #include "HostQt/ProjectFile.h"
 #include "HostQt/ReferenceHost.h"
-#include "WavFile.h"
+#include "TestHost.h"
 
 namespace {
 
-using TestSupport::WavFormat;
+using HostQt::WavFormat;
 
 struct PeakCase {
     const char* name;
@@ -32,7 +32,9 @@ TEST_P(WavPeak, IsTheLargestMagnitudeOverAllChannels)
 {
     const QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("clip.wav"));
-    TestSupport::WriteWav(path, GetParam().format, GetParam().channels, GetParam().samples, GetParam().oddChunk);
+    const QByteArray oddChunk("LIST\x03\0\0\0abc\0", 12);
+    TestSupport::WriteWav(path, {GetParam().format, GetParam().channels}, GetParam().samples,
+                          GetParam().oddChunk ? oddChunk : QByteArray());
     const std::optional<double> peak = HostQt::MeasureWavPeak(path);
     ASSERT_TRUE(peak.has_value());
     EXPECT_DOUBLE_EQ(*peak, GetParam().peak);
@@ -68,7 +70,7 @@ TEST(WavPeak, ATruncatedFileIsMeasuredOverWhatItHolds)
 {
     const QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("cut.wav"));
-    TestSupport::WriteWav(path, WavFormat::kInt16, 1, {0.25, 0.5, 0.75});
+    TestSupport::WriteWav(path, {WavFormat::kInt16, 1}, {0.25, 0.5, 0.75});
     QFile file(path);
     ASSERT_TRUE(file.resize(file.size() - 2));
     EXPECT_DOUBLE_EQ(HostQt::MeasureWavPeak(path).value_or(-1.0), 0.5);
@@ -78,7 +80,7 @@ TEST(ProjectAudioClips, AreTheAudioOnlyClipsAndThoseWithAPeak)
 {
     const QTemporaryDir dir;
     const QString media = dir.filePath(QStringLiteral("Gulls.wav"));
-    TestSupport::WriteWav(media, WavFormat::kInt16, 1, {0.5, -0.25});
+    TestSupport::WriteWav(media, {WavFormat::kInt16, 1}, {0.5, -0.25});
     const QByteArray json = QStringLiteral(R"({"clips": [
         {"name": "Harbour.mov", "path": "/media/Harbour.mov"},
         {"name": "Interview.mov", "path": "/media/missing/Interview.mov", "peakAmplitude": 0.8},
@@ -101,7 +103,7 @@ TEST(ProjectAudioClips, OnlyKnownPeaksAreWrittenBack)
 {
     const QTemporaryDir dir;
     const QString media = dir.filePath(QStringLiteral("Gulls.wav"));
-    TestSupport::WriteWav(media, WavFormat::kInt16, 1, {0.25, -0.5});
+    TestSupport::WriteWav(media, {WavFormat::kInt16, 1}, {0.25, -0.5});
     const QJsonArray clips = QJsonDocument::fromJson(QStringLiteral(R"([
         {"name": "Gulls.wav", "path": "%1", "audioOnly": true},
         {"name": "Silent.wav", "path": "/media/missing/Silent.wav", "audioOnly": true}])")

@@ -95,38 +95,28 @@ TEST(Stations, MessagesFromWorkerThreadsArriveOnTheUIThreadInEachThreadsOrder)
     EXPECT_TRUE(std::is_sorted(fromB.begin(), fromB.end()));
 }
 
-TEST(Stations, ListenersRemovedOrDestroyedBeforeDeliveryAreNotCalled)
-{
-    Station station;
-    RecordingListener removed;
-    auto destroyed = std::make_unique<RecordingListener>();
-    RecordingListener last;
-    KOR::StationUtils::AddListener(station.Name(), &removed);
-    KOR::StationUtils::AddListener(station.Name(), destroyed.get());
-    KOR::StationUtils::AddListener(station.Name(), &last);
-    KOR::StationUtils::PostMessage(station.Name(), Progress(0.5f));
-
-    KOR::StationUtils::RemoveListener(station.Name(), &removed);
-    destroyed.reset();
-    ASSERT_TRUE(WaitFor([&] { return !last.fractions.empty(); }));
-    EXPECT_THAT(removed.fractions, IsEmpty());
-    EXPECT_FALSE(KOR::StationUtils::IsListening(station.Name(), &removed));
-}
-
-TEST(Stations, AHandlerThatRemovesAnotherListenerStopsThatListenersCall)
+// Removed after the post, destroyed after it, or removed by an earlier listener's handler during
+// the delivery: none of them is called.
+TEST(Stations, ListenersGoneBeforeTheirCallAreNotCalled)
 {
     Station station;
     RecordingListener first;
-    RecordingListener second;
-    RecordingListener third;
-    first.onMessage = [&] { KOR::StationUtils::RemoveListener(station.Name(), &second); };
-    for (RecordingListener* listener : {&first, &second, &third}) {
+    RecordingListener removedByFirst;
+    RecordingListener removed;
+    auto destroyed = std::make_unique<RecordingListener>();
+    RecordingListener last;
+    first.onMessage = [&] { KOR::StationUtils::RemoveListener(station.Name(), &removedByFirst); };
+    for (RecordingListener* listener : {&first, &removedByFirst, &removed, destroyed.get(), &last}) {
         KOR::StationUtils::AddListener(station.Name(), listener);
     }
-    KOR::StationUtils::PostMessage(station.Name(), Progress(0.25f));
-    ASSERT_TRUE(WaitFor([&] { return !third.fractions.empty(); }));
-    EXPECT_THAT(first.fractions, ElementsAre(0.25f));
-    EXPECT_THAT(second.fractions, IsEmpty());
+    KOR::StationUtils::PostMessage(station.Name(), Progress(0.5f));
+    KOR::StationUtils::RemoveListener(station.Name(), &removed);
+    destroyed.reset();
+    ASSERT_TRUE(WaitFor([&] { return !last.fractions.empty(); }));
+    EXPECT_THAT(first.fractions, ElementsAre(0.5f));
+    EXPECT_THAT(removedByFirst.fractions, IsEmpty());
+    EXPECT_THAT(removed.fractions, IsEmpty());
+    EXPECT_FALSE(KOR::StationUtils::IsListening(station.Name(), &removed));
 }
 
 TEST(Stations, ADisposedStationDropsItsListenersAndMessages)
@@ -220,36 +210,30 @@ class CriticalMessages {
 public:
     CriticalMessages()
     {
-        sInstance = this;
-        mPrevious = qInstallMessageHandler(&Handle);
+        sMessages.clear();
+        sPrevious = qInstallMessageHandler(&Handle);
     }
-    ~CriticalMessages()
-    {
-        qInstallMessageHandler(mPrevious);
-        sInstance = nullptr;
-    }
+    ~CriticalMessages() { qInstallMessageHandler(sPrevious); }
     bool Contains(const QString& inText) const
     {
-        std::lock_guard lock(mMutex);
-        return mMessages.filter(inText).size() == 1;
+        std::lock_guard lock(sMutex);
+        return sMessages.filter(inText).size() == 1;
     }
 
 private:
     static void Handle(QtMsgType inType, const QMessageLogContext& inContext, const QString& inText)
     {
-        CriticalMessages* self = sInstance;
         if (inType != QtCriticalMsg) {
-            self->mPrevious(inType, inContext, inText);
+            sPrevious(inType, inContext, inText);
             return;
         }
-        std::lock_guard lock(self->mMutex);
-        self->mMessages << inText;
+        std::lock_guard lock(sMutex);
+        sMessages << inText;
     }
 
-    static inline std::atomic<CriticalMessages*> sInstance{nullptr};
-    QtMessageHandler mPrevious = nullptr;
-    mutable std::mutex mMutex;
-    QStringList mMessages;
+    static inline QtMessageHandler sPrevious = nullptr;
+    static inline std::mutex sMutex;
+    static inline QStringList sMessages;
 };
 
 class Operation : public KOR::RefCounted<KOR::BatchOperation> {};

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QtEndian>
 
 #include "DLG/Module.h"
 #include "KOR/Paths.h"
@@ -18,6 +19,20 @@ namespace TestSupport {
 QString ScriptsDirectory() { return QStringLiteral(TARVIX_SOURCE_DIR "/Scripts"); }
 QString StringTablePath() { return QStringLiteral(TARVIX_SOURCE_DIR "/Strings/Strings.json"); }
 
+void WriteWav(const QString& inPath, const HostQt::WavLayout& inLayout, const std::vector<double>& inSamples,
+              const QByteArray& inChunkBeforeData)
+{
+    QByteArray bytes = HostQt::WavHeader(inLayout, static_cast<std::int64_t>(inSamples.size()) / inLayout.channels);
+    bytes.insert(bytes.size() - 8, inChunkBeforeData); // before the data chunk's header
+    for (const double sample : inSamples) {
+        HostQt::AppendWavSample(bytes, inLayout.format, sample);
+    }
+    qToLittleEndian(static_cast<quint32>(bytes.size() - 8), bytes.data() + 4); // the RIFF chunk's size
+    QFile file(inPath);
+    file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    file.write(bytes);
+}
+
 class TestHost::Wrappers : public UIF::PlayerService,
                            public TL::AutoSaveService,
                            public UIF::MessageBoxService,
@@ -30,7 +45,6 @@ public:
 
     void StopAllPlayers() override
     {
-        ++mCounts.playersStopped;
         mCounts.sequence.emplace_back("stop players");
         mReal.players->StopAllPlayers();
     }
@@ -56,7 +70,6 @@ public:
     void Beep() override { ++mCounts.beeps; }
     void EndInputCapture(bool inRestoreFocus) override
     {
-        ++mCounts.inputCapturesEnded;
         mCounts.sequence.emplace_back("end input capture");
         mReal.nodeManager->EndInputCapture(inRestoreFocus);
     }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "HostQt/ReferenceHost.h"
+#include "HostQt/WavFile.h"
 #include "HostQt/Workspace.h"
 #include "KOR/Services.h"
 
@@ -16,10 +17,8 @@ namespace TestSupport {
 
 // What the module asked of the host, counted by wrappers around the reference services.
 struct HostCounts {
-    int playersStopped = 0;
     int autoSaveBlocks = 0;
     int autoSaveUnblocks = 0;
-    int inputCapturesEnded = 0;
     int beeps = 0;
     std::vector<std::string> contractsFailed; // the failed expressions, in order
     struct MessageBox {
@@ -69,5 +68,10 @@ private:
 // The folder of the project's own layout scripts and string table.
 QString ScriptsDirectory();
 QString StringTablePath();
+
+// Writes a WAV file of interleaved samples. inChunkBeforeData, a whole chunk, goes between the
+// format chunk and the samples, where tagging programs leave theirs.
+void WriteWav(const QString& inPath, const HostQt::WavLayout& inLayout, const std::vector<double>& inSamples,
+              const QByteArray& inChunkBeforeData = {});
 
 } // namespace TestSupport
