@@ -360,6 +360,17 @@ double StringToNumber(const std::wstring& inText)
     return error != std::errc() || !std::isfinite(value) ? 0.0 : value;
 }
 
+std::wstring NumberToHexString(unsigned long inNumber)
+{
+    static constexpr wchar_t kDigits[] = L"0123456789ABCDEF";
+    std::wstring text;
+    do {
+        text.insert(text.begin(), kDigits[inNumber % 16]);
+        inNumber /= 16;
+    } while (inNumber != 0);
+    return text;
+}
+
 } // namespace zelcore::utility
 
 namespace BE {

@@ -1,0 +1,178 @@
+// Colour-space conversions: HSV and HSL on normalised floats, computed in double, and 8-bit YUV
+// with the BT.601 weights. Plain arithmetic, no toolkit.
+
+#include "KOR/Color.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace KOR {
+
+namespace {
+
+struct Extremes {
+    double max;
+    double min;
+};
+
+Extremes ExtremesOf(double inRed, double inGreen, double inBlue)
+{
+    return {std::max({inRed, inGreen, inBlue}), std::min({inRed, inGreen, inBlue})};
+}
+
+// The hue of a colour that has one (max above min), 0 up to but excluding 1.
+double HueOf(double inRed, double inGreen, double inBlue, const Extremes& inExtremes)
+{
+    const double chroma = inExtremes.max - inExtremes.min;
+    double sixths = 0.0;
+    if (inExtremes.max == inRed) {
+        sixths = (inGreen - inBlue) / chroma;
+        if (sixths < 0.0) {
+            sixths += 6.0;
+        }
+    } else if (inExtremes.max == inGreen) {
+        sixths = (inBlue - inRed) / chroma + 2.0;
+    } else {
+        sixths = (inRed - inGreen) / chroma + 4.0;
+    }
+    return sixths / 6.0;
+}
+
+// Sixths of the circle, 0 up to but excluding 6: hue 1 is the same red as hue 0. The pickers
+// draw whole pictures through here, so the usual 0-1 hue takes no division.
+double SixthsOf(float inHue)
+{
+    const double sixths = static_cast<double>(inHue) * 6.0;
+    if (sixths >= 0.0 && sixths < 6.0) {
+        return sixths;
+    }
+    const double wrapped = std::fmod(sixths, 6.0);
+    return wrapped < 0.0 ? wrapped + 6.0 : wrapped;
+}
+
+// One channel of a colour whose largest channel is inMax and smallest inMin, at hue inSixths
+// (below 6); inOffset is 5 for red, 3 for green and 1 for blue.
+double ChannelFromHue(double inOffset, double inSixths, double inMax, double inMin)
+{
+    const double k = inOffset + inSixths >= 6.0 ? inOffset + inSixths - 6.0 : inOffset + inSixths;
+    return inMax - (inMax - inMin) * std::max(0.0, std::min({k, 4.0 - k, 1.0}));
+}
+
+void ChannelsFromHue(double inSixths, double inMax, double inMin, float& outRed, float& outGreen, float& outBlue)
+{
+    outRed = static_cast<float>(ChannelFromHue(5.0, inSixths, inMax, inMin));
+    outGreen = static_cast<float>(ChannelFromHue(3.0, inSixths, inMax, inMin));
+    outBlue = static_cast<float>(ChannelFromHue(1.0, inSixths, inMax, inMin));
+}
+
+// Rounds to nearest, halves away from zero, as std::lround does but without a library call (the
+// pickers convert whole pictures): adding the double just below 0.5 keeps a value just below a
+// half from rounding up. Exact for magnitudes far below 2^52.
+long RoundHalfAway(double inValue)
+{
+    return static_cast<long>(inValue + std::copysign(0.49999999999999994, inValue));
+}
+
+std::uint8_t ToByte(long inValue, bool& ioClipped)
+{
+    if (inValue < 0 || inValue > 255) {
+        ioClipped = true;
+    }
+    return static_cast<std::uint8_t>(std::clamp(inValue, 0L, 255L));
+}
+
+std::int8_t ToSignedByte(double inValue)
+{
+    return static_cast<std::int8_t>(std::clamp(RoundHalfAway(inValue), -128L, 127L));
+}
+
+void SetFlags(bool* outHueMeaningful, bool inHue, bool* outSaturationMeaningful, bool inSaturation)
+{
+    if (outHueMeaningful) {
+        *outHueMeaningful = inHue;
+    }
+    if (outSaturationMeaningful) {
+        *outSaturationMeaningful = inSaturation;
+    }
+}
+
+constexpr double kLumaRed = 0.299;
+constexpr double kLumaGreen = 0.587;
+constexpr double kLumaBlue = 0.114;
+// U and V span half the channel range each way: the largest B - Y (or R - Y) is scaled to 0.5.
+constexpr double kUScale = 0.5 / (1.0 - kLumaBlue);
+constexpr double kVScale = 0.5 / (1.0 - kLumaRed);
+
+} // namespace
+
+void NormalizedRGBtoHSV(float inRed, float inGreen, float inBlue, float& outHue, float& outSaturation,
+                        float& outValue, bool* outHueMeaningful, bool* outSaturationMeaningful)
+{
+    const double red = inRed;
+    const double green = inGreen;
+    const double blue = inBlue;
+    const Extremes extremes = ExtremesOf(red, green, blue);
+    const bool hasHue = extremes.max != extremes.min;
+    const bool hasSaturation = extremes.max > 0.0;
+    outHue = hasHue ? static_cast<float>(HueOf(red, green, blue, extremes)) : 0.0F;
+    outSaturation = hasSaturation ? static_cast<float>((extremes.max - extremes.min) / extremes.max) : 0.0F;
+    outValue = static_cast<float>(extremes.max);
+    SetFlags(outHueMeaningful, hasHue, outSaturationMeaningful, hasSaturation);
+}
+
+void NormalizedRGBtoHSL(float inRed, float inGreen, float inBlue, float& outHue, float& outSaturation,
+                        float& outLightness, bool* outHueMeaningful, bool* outSaturationMeaningful)
+{
+    const double red = inRed;
+    const double green = inGreen;
+    const double blue = inBlue;
+    const Extremes extremes = ExtremesOf(red, green, blue);
+    const double lightness = (extremes.max + extremes.min) / 2.0;
+    const bool hasHue = extremes.max != extremes.min;
+    const bool hasSaturation = lightness > 0.0 && lightness < 1.0;
+    outHue = hasHue ? static_cast<float>(HueOf(red, green, blue, extremes)) : 0.0F;
+    outSaturation = hasSaturation ? static_cast<float>((extremes.max - extremes.min) /
+                                                       (1.0 - std::abs(2.0 * lightness - 1.0)))
+                                  : 0.0F;
+    outLightness = static_cast<float>(lightness);
+    SetFlags(outHueMeaningful, hasHue, outSaturationMeaningful, hasSaturation);
+}
+
+void NormalizedHSVtoRGB(float inHue, float inSaturation, float inValue, float& outRed, float& outGreen,
+                        float& outBlue)
+{
+    const double value = inValue;
+    ChannelsFromHue(SixthsOf(inHue), value, value * (1.0 - inSaturation), outRed, outGreen, outBlue);
+}
+
+void NormalizedHSLtoRGB(float inHue, float inSaturation, float inLightness, float& outRed, float& outGreen,
+                        float& outBlue)
+{
+    const double lightness = inLightness;
+    const double chroma = (1.0 - std::abs(2.0 * lightness - 1.0)) * inSaturation;
+    const double min = lightness - chroma / 2.0;
+    ChannelsFromHue(SixthsOf(inHue), min + chroma, min, outRed, outGreen, outBlue);
+}
+
+void ColorRGBtoYUV(const ParamColor<unsigned long>& inColor, std::uint8_t& outY, std::int8_t& outU, std::int8_t& outV)
+{
+    const double red = inColor.Red();
+    const double blue = inColor.Blue();
+    const double luma = kLumaRed * red + kLumaGreen * inColor.Green() + kLumaBlue * blue;
+    outY = static_cast<std::uint8_t>(std::clamp(RoundHalfAway(luma), 0L, 255L));
+    outU = ToSignedByte((blue - luma) * kUScale);
+    outV = ToSignedByte((red - luma) * kVScale);
+}
+
+bool ColorYUVtoRGB(std::uint8_t inY, std::int8_t inU, std::int8_t inV, ParamColor<unsigned long>& outColor)
+{
+    const double y = inY;
+    bool clipped = false;
+    const std::uint8_t red = ToByte(RoundHalfAway(y + 1.402 * inV), clipped);
+    const std::uint8_t green = ToByte(RoundHalfAway(y - 0.344136 * inU - 0.714136 * inV), clipped);
+    const std::uint8_t blue = ToByte(RoundHalfAway(y + 1.772 * inU), clipped);
+    outColor = ParamColor<unsigned long>(red, green, blue);
+    return !clipped;
+}
+
+} // namespace KOR
