@@ -44,8 +44,8 @@ Hexcone HexconeOf(float inRed, float inGreen, float inBlue)
     return cone;
 }
 
-// Sixths of the circle, 0 up to but excluding 6: hue 1 is the same red as hue 0. The pickers
-// draw whole pictures through here, so the usual 0-1 hue takes no division.
+// Sixths of the circle, 0 up to but excluding 6: hue 1 is the same red as hue 0. Whole pictures
+// are converted pixel by pixel, so the usual hue from 0 to 1 skips std::fmod.
 double SixthsOf(float inHue)
 {
     const double sixths = static_cast<double>(inHue) * 6.0;
@@ -65,19 +65,42 @@ void ChannelsFromHue(double inSixths, double inMax, double inMin, float& outRed,
     const double fraction = inSixths - sector;
     const double rising = inMin + (inMax - inMin) * fraction;
     const double falling = inMax - (inMax - inMin) * fraction;
-    static constexpr int kLargest[6] = {0, 1, 1, 2, 2, 0};
-    static constexpr int kSmallest[6] = {2, 2, 0, 0, 1, 1};
-    double channels[3];
-    channels[3 - kLargest[sector] - kSmallest[sector]] = sector % 2 == 0 ? rising : falling;
-    channels[kLargest[sector]] = inMax;
-    channels[kSmallest[sector]] = inMin;
-    outRed = static_cast<float>(channels[0]);
-    outGreen = static_cast<float>(channels[1]);
-    outBlue = static_cast<float>(channels[2]);
+    double red = inMax;
+    double green = inMax;
+    double blue = inMax;
+    switch (sector) {
+    case 0:
+        green = rising;
+        blue = inMin;
+        break;
+    case 1:
+        red = falling;
+        blue = inMin;
+        break;
+    case 2:
+        red = inMin;
+        blue = rising;
+        break;
+    case 3:
+        red = inMin;
+        green = falling;
+        break;
+    case 4:
+        red = rising;
+        green = inMin;
+        break;
+    default:
+        green = inMin;
+        blue = falling;
+        break;
+    }
+    outRed = static_cast<float>(red);
+    outGreen = static_cast<float>(green);
+    outBlue = static_cast<float>(blue);
 }
 
-// Rounds to nearest, halves away from zero, as std::lround does but without a library call (the
-// pickers convert whole pictures): adding the double just below 0.5 keeps a value just below a
+// Rounds to nearest, halves away from zero, as std::lround does but without a library call (whole
+// pictures are converted): adding the double just below 0.5 keeps a value just below a
 // half from rounding up. Exact for magnitudes far below 2^52.
 long RoundHalfAway(double inValue)
 {
