@@ -190,29 +190,21 @@ float AxisValue(TarvixColorPickerMode inComponent, float inValue)
     return ValuesOf(scratch, GroupOf(inComponent))[IndexInGroup(inComponent)];
 }
 
-// A hue or saturation that the conversion says means nothing is stored as 0, whatever it returned.
-void DeriveHSB(ColorComponents& ioComponents)
-{
-    float hue = 0.0F;
-    float saturation = 0.0F;
-    bool hueMeaningful = false;
-    bool saturationMeaningful = false;
-    KOR::NormalizedRGBtoHSV(ioComponents.red / 255.0F, ioComponents.green / 255.0F, ioComponents.blue / 255.0F, hue,
-                            saturation, ioComponents.brightness, &hueMeaningful, &saturationMeaningful);
-    ioComponents.hue = hueMeaningful ? hue * kHueScale : 0.0F;
-    ioComponents.saturation = saturationMeaningful ? saturation : 0.0F;
-}
+using FromRGB = void (*)(float, float, float, float&, float&, float&, bool*, bool*);
 
-void DeriveHSL(ColorComponents& ioComponents)
+// HSB or HSL from RGB. A hue or saturation that the conversion says means nothing is stored as
+// 0, whatever number it returned.
+void Derive(const ColorComponents& inComponents, FromRGB inConvert, float& outHue, float& outSaturation,
+            float& outThird)
 {
     float hue = 0.0F;
     float saturation = 0.0F;
     bool hueMeaningful = false;
     bool saturationMeaningful = false;
-    KOR::NormalizedRGBtoHSL(ioComponents.red / 255.0F, ioComponents.green / 255.0F, ioComponents.blue / 255.0F, hue,
-                            saturation, ioComponents.lightness, &hueMeaningful, &saturationMeaningful);
-    ioComponents.hslHue = hueMeaningful ? hue * kHueScale : 0.0F;
-    ioComponents.hslSaturation = saturationMeaningful ? saturation : 0.0F;
+    inConvert(inComponents.red / 255.0F, inComponents.green / 255.0F, inComponents.blue / 255.0F, hue, saturation,
+              outThird, &hueMeaningful, &saturationMeaningful);
+    outHue = hueMeaningful ? hue * kHueScale : 0.0F;
+    outSaturation = saturationMeaningful ? saturation : 0.0F;
 }
 
 void DeriveYUV(ColorComponents& ioComponents)
@@ -285,10 +277,10 @@ bool ColorComponents::RecomputeFrom(TarvixColorPickerMode inSourceMode)
     green = color.Green();
     blue = color.Blue();
     if (source != ColorGroup::kHSB) {
-        DeriveHSB(*this);
+        Derive(*this, KOR::NormalizedRGBtoHSV, hue, saturation, brightness);
     }
     if (source != ColorGroup::kHSL) {
-        DeriveHSL(*this);
+        Derive(*this, KOR::NormalizedRGBtoHSL, hslHue, hslSaturation, lightness);
     }
     if (source != ColorGroup::kYUV) {
         DeriveYUV(*this);

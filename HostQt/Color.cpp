@@ -10,36 +10,42 @@ namespace KOR {
 
 namespace {
 
-struct Extremes {
+// What HSV and HSL share: the largest and smallest channel, and the hue when there is one.
+struct Hexcone {
     double max;
     double min;
+    bool hasHue; // max above min: not a grey
+    float hue;   // 0 up to but excluding 1; 0 for a grey
 };
 
-Extremes ExtremesOf(double inRed, double inGreen, double inBlue)
+Hexcone HexconeOf(float inRed, float inGreen, float inBlue)
 {
-    return {std::max({inRed, inGreen, inBlue}), std::min({inRed, inGreen, inBlue})};
-}
-
-// The hue of a colour that has one (max above min), 0 up to but excluding 1.
-double HueOf(double inRed, double inGreen, double inBlue, const Extremes& inExtremes)
-{
-    const double chroma = inExtremes.max - inExtremes.min;
+    const double red = inRed;
+    const double green = inGreen;
+    const double blue = inBlue;
+    Hexcone cone{std::max({red, green, blue}), std::min({red, green, blue}), false, 0.0F};
+    cone.hasHue = cone.max != cone.min;
+    if (!cone.hasHue) {
+        return cone;
+    }
+    const double chroma = cone.max - cone.min;
     double sixths = 0.0;
-    if (inExtremes.max == inRed) {
-        sixths = (inGreen - inBlue) / chroma;
+    if (cone.max == red) {
+        sixths = (green - blue) / chroma;
         if (sixths < 0.0) {
             sixths += 6.0;
         }
-    } else if (inExtremes.max == inGreen) {
-        sixths = (inBlue - inRed) / chroma + 2.0;
+    } else if (cone.max == green) {
+        sixths = (blue - red) / chroma + 2.0;
     } else {
-        sixths = (inRed - inGreen) / chroma + 4.0;
+        sixths = (red - green) / chroma + 4.0;
     }
-    return sixths / 6.0;
+    cone.hue = static_cast<float>(sixths / 6.0);
+    return cone;
 }
 
-// Sixths of the circle, 0 up to but excluding 6: hue 1 is the same red as hue 0. The pickers
-// draw whole pictures through here, so the usual 0-1 hue takes no division.
+// Sixths of the circle, 0 up to but excluding 6: hue 1 is the same red as hue 0. Whole pictures
+// are converted pixel by pixel, so the usual hue from 0 to 1 skips std::fmod.
 double SixthsOf(float inHue)
 {
     const double sixths = static_cast<double>(inHue) * 6.0;
@@ -50,23 +56,51 @@ double SixthsOf(float inHue)
     return wrapped < 0.0 ? wrapped + 6.0 : wrapped;
 }
 
-// One channel of a colour whose largest channel is inMax and smallest inMin, at hue inSixths
-// (below 6); inOffset is 5 for red, 3 for green and 1 for blue.
-double ChannelFromHue(double inOffset, double inSixths, double inMax, double inMin)
-{
-    const double k = inOffset + inSixths >= 6.0 ? inOffset + inSixths - 6.0 : inOffset + inSixths;
-    return inMax - (inMax - inMin) * std::max(0.0, std::min({k, 4.0 - k, 1.0}));
-}
-
+// The channels of a colour whose largest channel is inMax and smallest inMin, at hue inSixths
+// (0 up to 6): in each sixth of the circle one channel is the largest, one the smallest and the
+// third rises or falls between them.
 void ChannelsFromHue(double inSixths, double inMax, double inMin, float& outRed, float& outGreen, float& outBlue)
 {
-    outRed = static_cast<float>(ChannelFromHue(5.0, inSixths, inMax, inMin));
-    outGreen = static_cast<float>(ChannelFromHue(3.0, inSixths, inMax, inMin));
-    outBlue = static_cast<float>(ChannelFromHue(1.0, inSixths, inMax, inMin));
+    const int sector = std::min(static_cast<int>(inSixths), 5);
+    const double fraction = inSixths - sector;
+    const double rising = inMin + (inMax - inMin) * fraction;
+    const double falling = inMax - (inMax - inMin) * fraction;
+    double red = inMax;
+    double green = inMax;
+    double blue = inMax;
+    switch (sector) {
+    case 0:
+        green = rising;
+        blue = inMin;
+        break;
+    case 1:
+        red = falling;
+        blue = inMin;
+        break;
+    case 2:
+        red = inMin;
+        blue = rising;
+        break;
+    case 3:
+        red = inMin;
+        green = falling;
+        break;
+    case 4:
+        red = rising;
+        green = inMin;
+        break;
+    default:
+        green = inMin;
+        blue = falling;
+        break;
+    }
+    outRed = static_cast<float>(red);
+    outGreen = static_cast<float>(green);
+    outBlue = static_cast<float>(blue);
 }
 
-// Rounds to nearest, halves away from zero, as std::lround does but without a library call (the
-// pickers convert whole pictures): adding the double just below 0.5 keeps a value just below a
+// Rounds to nearest, halves away from zero, as std::lround does but without a library call (whole
+// pictures are converted): adding the double just below 0.5 keeps a value just below a
 // half from rounding up. Exact for magnitudes far below 2^52.
 long RoundHalfAway(double inValue)
 {
@@ -108,34 +142,25 @@ constexpr double kVScale = 0.5 / (1.0 - kLumaRed);
 void NormalizedRGBtoHSV(float inRed, float inGreen, float inBlue, float& outHue, float& outSaturation,
                         float& outValue, bool* outHueMeaningful, bool* outSaturationMeaningful)
 {
-    const double red = inRed;
-    const double green = inGreen;
-    const double blue = inBlue;
-    const Extremes extremes = ExtremesOf(red, green, blue);
-    const bool hasHue = extremes.max != extremes.min;
-    const bool hasSaturation = extremes.max > 0.0;
-    outHue = hasHue ? static_cast<float>(HueOf(red, green, blue, extremes)) : 0.0F;
-    outSaturation = hasSaturation ? static_cast<float>((extremes.max - extremes.min) / extremes.max) : 0.0F;
-    outValue = static_cast<float>(extremes.max);
-    SetFlags(outHueMeaningful, hasHue, outSaturationMeaningful, hasSaturation);
+    const Hexcone cone = HexconeOf(inRed, inGreen, inBlue);
+    const bool hasSaturation = cone.max > 0.0;
+    outHue = cone.hue;
+    outSaturation = hasSaturation ? static_cast<float>((cone.max - cone.min) / cone.max) : 0.0F;
+    outValue = static_cast<float>(cone.max);
+    SetFlags(outHueMeaningful, cone.hasHue, outSaturationMeaningful, hasSaturation);
 }
 
 void NormalizedRGBtoHSL(float inRed, float inGreen, float inBlue, float& outHue, float& outSaturation,
                         float& outLightness, bool* outHueMeaningful, bool* outSaturationMeaningful)
 {
-    const double red = inRed;
-    const double green = inGreen;
-    const double blue = inBlue;
-    const Extremes extremes = ExtremesOf(red, green, blue);
-    const double lightness = (extremes.max + extremes.min) / 2.0;
-    const bool hasHue = extremes.max != extremes.min;
+    const Hexcone cone = HexconeOf(inRed, inGreen, inBlue);
+    const double lightness = (cone.max + cone.min) / 2.0;
     const bool hasSaturation = lightness > 0.0 && lightness < 1.0;
-    outHue = hasHue ? static_cast<float>(HueOf(red, green, blue, extremes)) : 0.0F;
-    outSaturation = hasSaturation ? static_cast<float>((extremes.max - extremes.min) /
-                                                       (1.0 - std::abs(2.0 * lightness - 1.0)))
-                                  : 0.0F;
+    outHue = cone.hue;
+    outSaturation =
+        hasSaturation ? static_cast<float>((cone.max - cone.min) / (1.0 - std::abs(2.0 * lightness - 1.0))) : 0.0F;
     outLightness = static_cast<float>(lightness);
-    SetFlags(outHueMeaningful, hasHue, outSaturationMeaningful, hasSaturation);
+    SetFlags(outHueMeaningful, cone.hasHue, outSaturationMeaningful, hasSaturation);
 }
 
 void NormalizedHSVtoRGB(float inHue, float inSaturation, float inValue, float& outRed, float& outGreen,
