@@ -11,6 +11,7 @@
 #include "ColorPicker/ColorPickerDlog.h"
 #include "DialogOpening.h"
 #include "HostQt/NodePeer.h"
+#include "HostQt/Workspace.h"
 
 namespace {
 
