@@ -68,20 +68,20 @@ void ColorFieldView::ShowColor(TarvixColorPickerMode inMode, const ColorComponen
 {
     const std::array<float, 2> key = PictureKey(inMode, inColor);
     const ViewPoint marker = MarkerOf(inMode, inColor);
-    const KOR::ParamColor<unsigned long> markerColor = ApplyWebAdjust(inColor.GetRGB(), mWebAdjust);
-    const bool pictureChanged = !mPictureValid || inMode != mMode || key != mPictureKey;
-    if (!pictureChanged && marker == mMarker && markerColor == mMarkerColor) {
-        return;
-    }
-    if (pictureChanged) {
+    const RGBColor markerColor = ContrastingColor(ApplyWebAdjust(inColor.GetRGB(), mWebAdjust));
+    if (!mPictureValid || inMode != mMode || key != mPictureKey) {
         mPictureValid = false;
         mMode = inMode;
         mPictureKey = key;
         mColor = inColor;
+        Invalidate();
+    } else if (!(marker == mMarker) || !(markerColor == mMarkerColor)) {
+        const Rect bounds = GetLocalRect();
+        Invalidate(MarkerArea(mMarker, bounds));
+        Invalidate(MarkerArea(marker, bounds));
     }
     mMarker = marker;
     mMarkerColor = markerColor;
-    Invalidate();
 }
 
 ViewPoint ColorFieldView::PositionAt(int inX, int inY) const
@@ -194,15 +194,22 @@ ViewPoint SquareView::MarkerOf(TarvixColorPickerMode inMode, const ColorComponen
     return inColor.GetSquarePosition(inMode);
 }
 
+constexpr int kMarkerRadius = 5;
+
 void SquareView::DrawMarker(zelui::drawbot::DrawInterface& ioDrawer, const Rect& inBounds) const
 {
-    constexpr int kRadius = 5;
-    const int x = inBounds.left + PixelOf(mMarker.x, inBounds.width);
-    const int y = inBounds.top + inBounds.height - 1 - PixelOf(mMarker.y, inBounds.height);
-    const RGBColor ring = ContrastingColor(mMarkerColor);
-    ioDrawer.FrameEllipse({x - kRadius, y - kRadius, 2 * kRadius + 1, 2 * kRadius + 1}, ring);
-    const RGBColor inner = ring == RGBColor{0, 0, 0} ? RGBColor{255, 255, 255} : RGBColor{0, 0, 0};
-    ioDrawer.FrameEllipse({x - kRadius + 1, y - kRadius + 1, 2 * kRadius - 1, 2 * kRadius - 1}, inner);
+    const Rect area = MarkerArea(mMarker, inBounds);
+    ioDrawer.FrameEllipse({area.left + 1, area.top + 1, area.width - 2, area.height - 2}, mMarkerColor);
+    const RGBColor inner = mMarkerColor == RGBColor{0, 0, 0} ? RGBColor{255, 255, 255} : RGBColor{0, 0, 0};
+    ioDrawer.FrameEllipse({area.left + 2, area.top + 2, area.width - 4, area.height - 4}, inner);
+}
+
+// The ring around the marker's point, with a pixel to spare for smoothing.
+Rect SquareView::MarkerArea(const ViewPoint& inMarker, const Rect& inBounds) const
+{
+    const int x = inBounds.left + PixelOf(inMarker.x, inBounds.width);
+    const int y = inBounds.top + inBounds.height - 1 - PixelOf(inMarker.y, inBounds.height);
+    return {x - kMarkerRadius - 1, y - kMarkerRadius - 1, 2 * kMarkerRadius + 3, 2 * kMarkerRadius + 3};
 }
 
 void SquareView::SendPosition(const ViewPoint& inPosition)
@@ -240,11 +247,17 @@ ViewPoint SliderView::MarkerOf(TarvixColorPickerMode inMode, const ColorComponen
 
 void SliderView::DrawMarker(zelui::drawbot::DrawInterface& ioDrawer, const Rect& inBounds) const
 {
-    const int y = inBounds.top + inBounds.height - 1 - PixelOf(mMarker.y, inBounds.height);
-    const RGBColor line = ContrastingColor(mMarkerColor);
-    ioDrawer.FrameRect({inBounds.left, y - 2, inBounds.width, 5}, line);
-    const RGBColor inner = line == RGBColor{0, 0, 0} ? RGBColor{255, 255, 255} : RGBColor{0, 0, 0};
-    ioDrawer.FrameRect({inBounds.left + 1, y - 1, inBounds.width - 2, 3}, inner);
+    const Rect area = MarkerArea(mMarker, inBounds);
+    ioDrawer.FrameRect(area, mMarkerColor);
+    const RGBColor inner = mMarkerColor == RGBColor{0, 0, 0} ? RGBColor{255, 255, 255} : RGBColor{0, 0, 0};
+    ioDrawer.FrameRect({area.left + 1, area.top + 1, area.width - 2, area.height - 2}, inner);
+}
+
+// A bar five pixels high across the slider.
+Rect SliderView::MarkerArea(const ViewPoint& inMarker, const Rect& inBounds) const
+{
+    const int y = inBounds.top + inBounds.height - 1 - PixelOf(inMarker.y, inBounds.height);
+    return {inBounds.left, y - 2, inBounds.width, 5};
 }
 
 void SliderView::SendPosition(const ViewPoint& inPosition)
@@ -307,9 +320,14 @@ void NTSCView::ShowColor(const KOR::ParamColor<unsigned long>& inColor)
         return;
     }
     mColor = inColor;
+    const bool wasSafe = mSafe;
+    const KOR::ParamColor<unsigned long> shownSafe = mSafeColor;
     mSafe = TestBroadcastSafe(inColor, mSafeColor);
-    SetWantsKeyboardFocus(!mSafe);
-    Invalidate();
+    // A safe colour shows nothing, whichever it is.
+    if (mSafe != wasSafe || (!mSafe && mSafeColor != shownSafe)) {
+        SetWantsKeyboardFocus(!mSafe);
+        Invalidate();
+    }
 }
 
 void NTSCView::UI_Draw(zelui::drawbot::DrawInterface& ioDrawer)

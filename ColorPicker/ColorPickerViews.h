@@ -38,13 +38,16 @@ protected:
     virtual void Render(TarvixColorPickerMode inMode, const ColorComponents& inColor, std::uint32_t* outPixels) const = 0;
     virtual ViewPoint MarkerOf(TarvixColorPickerMode inMode, const ColorComponents& inColor) const = 0;
     virtual void DrawMarker(zelui::drawbot::DrawInterface& ioDrawer, const zelui::ui::Rect& inBounds) const = 0;
+    // What the marker at inMarker covers, so that a move redraws only there.
+    virtual zelui::ui::Rect MarkerArea(const ViewPoint& inMarker, const zelui::ui::Rect& inBounds) const = 0;
     // Hands a new position to the container.
     virtual void SendPosition(const ViewPoint& inPosition) = 0;
     virtual bool HasHorizontalAxis() const = 0;
 
     UI_ColorPickerControlsContainer& mContainer;
     ViewPoint mMarker{0.0F, 0.0F};
-    KOR::ParamColor<unsigned long> mMarkerColor;
+    // The marker's colour: one that shows on the colour under it.
+    zelui::drawbot::RGBColor mMarkerColor;
 
 private:
     void MoveMarkerBy(float inDeltaX, float inDeltaY);
@@ -70,6 +73,7 @@ protected:
     void Render(TarvixColorPickerMode inMode, const ColorComponents& inColor, std::uint32_t* outPixels) const override;
     ViewPoint MarkerOf(TarvixColorPickerMode inMode, const ColorComponents& inColor) const override;
     void DrawMarker(zelui::drawbot::DrawInterface& ioDrawer, const zelui::ui::Rect& inBounds) const override;
+    zelui::ui::Rect MarkerArea(const ViewPoint& inMarker, const zelui::ui::Rect& inBounds) const override;
     void SendPosition(const ViewPoint& inPosition) override;
     bool HasHorizontalAxis() const override { return true; }
 };
@@ -85,6 +89,7 @@ protected:
     void Render(TarvixColorPickerMode inMode, const ColorComponents& inColor, std::uint32_t* outPixels) const override;
     ViewPoint MarkerOf(TarvixColorPickerMode inMode, const ColorComponents& inColor) const override;
     void DrawMarker(zelui::drawbot::DrawInterface& ioDrawer, const zelui::ui::Rect& inBounds) const override;
+    zelui::ui::Rect MarkerArea(const ViewPoint& inMarker, const zelui::ui::Rect& inBounds) const override;
     void SendPosition(const ViewPoint& inPosition) override;
     bool HasHorizontalAxis() const override { return false; }
 };

@@ -93,7 +93,7 @@ public:
     boost::intrusive_ptr<NTSCView> GetNTSCView() const;
 
     // The room the controls take.
-    static constexpr int kContentWidth = 560;
+    static constexpr int kContentWidth = 580;
     static constexpr int kContentHeight = 312;
 
 private:

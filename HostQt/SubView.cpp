@@ -367,6 +367,13 @@ void UI_SubView::SetCrossCursor(bool inCross)
     }
 }
 
+void UI_SubView::Invalidate(const Rect& inArea)
+{
+    if (auto* widget = PeerWidget<QWidget>(this)) {
+        widget->update(HostQt::ToQRect(inArea));
+    }
+}
+
 void UI_SubView::UI_Draw(drawbot::DrawInterface&) {}
 
 bool UI_SubView::UI_DoMouseEvent(UI_Node*, const MouseEvent&) { return false; }

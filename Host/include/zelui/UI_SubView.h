@@ -26,6 +26,9 @@ public:
     bool HasFocus() const;
     // Asks the host to draw the view again soon. Several requests before it draws are one drawing.
     void Invalidate();
+    // The same for a part of the view only (in the view's coordinates): what lies outside keeps
+    // its last drawing, and UI_Draw's drawing outside the part is clipped away.
+    void Invalidate(const Rect& inArea);
     // The cursor over the view: a cross hair for picking a point, or the platform's arrow.
     void SetCrossCursor(bool inCross);
 
