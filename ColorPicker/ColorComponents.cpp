@@ -410,14 +410,15 @@ bool TestBroadcastSafe(const KOR::ParamColor<unsigned long>& inColor, KOR::Param
         return true;
     }
 
-    // Unsafe chroma is never 0 here, and the scale lies between 0 and 1: no channel leaves 0 to 1.
+    // Unsafe chroma is never 0 here. The scale may pass 1 by a hair near the composite limit, which
+    // can pull a channel of 0 a little below 0: that channel stays 0.
     const double chroma = std::sqrt((i / kFixedOne) * (i / kFixedOne) + (q / kFixedOne) * (q / kFixedOne));
     const double chromaScale = kChromaLimit / chroma;
     const double compositeScale = (kCompositeLimitOne - y / kFixedOne) / chroma;
     const double scale = chromaScale <= compositeScale ? chromaScale : compositeScale;
     std::array<std::uint8_t, 3> out{};
     for (std::size_t channel = 0; channel < 3; ++channel) {
-        const double pulled = luma + (encoded[channel] - luma) * scale;
+        const double pulled = std::max(luma + (encoded[channel] - luma) * scale, 0.0);
         out[channel] = static_cast<std::uint8_t>(static_cast<std::int32_t>(std::pow(pulled, kDecode) * 255.0) & 0xFF);
     }
     if (out == in) {

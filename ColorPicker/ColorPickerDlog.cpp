@@ -31,6 +31,13 @@ ColorPickerDlog::ColorPickerDlog(const zelui::drawbot::SupplierInterface* inSupp
     mOkButton->NotifyWhenChanged([this] { EndDialog(kResponse_Accept); });
     SetOkButton(mOkButton.get());
     SetCancelButton(mCancelButton.get());
+    // Closing the window confirms: what is still being typed counts, as it would for OK.
+    SetResponseHandler([this](Response&) {
+        if (!mCancelled) {
+            mContainer->CommitPendingEdits();
+        }
+        return true;
+    });
     SetContentSize(UI_ColorPickerControlsContainer::kContentWidth,
                    UI_ColorPickerControlsContainer::kContentHeight + kButtonRowHeight);
 }
@@ -50,7 +57,6 @@ void ColorPickerDlog::UI_SizeChanged(const zelui::ui::Rect& inBounds)
 {
     OS_Dialog::UI_SizeChanged(inBounds);
     mContainer->SetBounds({0, 0, inBounds.width, inBounds.height - kButtonRowHeight});
-    mContainer->UI_SizeChanged(mContainer->GetBounds());
     const int top = inBounds.height - kButtonRowHeight + (kButtonRowHeight - kButtonHeight) / 2;
     const int cancelLeft = inBounds.width - kSpacing - kButtonWidth;
     mCancelButton->SetBounds({cancelLeft, top, kButtonWidth, kButtonHeight});

@@ -271,6 +271,7 @@ ChipView::ChipView(const zelui::drawbot::SupplierInterface* inSupplier, zelui::u
                    UI_ColorPickerControlsContainer& inContainer, const KOR::ParamColor<unsigned long>& inOriginal)
     : UI_SubView(inSupplier, inParent, L"ChipView"), mContainer(inContainer), mOriginal(inOriginal), mNewColor(inOriginal)
 {
+    SetWantsKeyboardFocus(true);
 }
 
 void ChipView::ShowColor(const KOR::ParamColor<unsigned long>& inNewColor)
@@ -283,7 +284,9 @@ void ChipView::ShowColor(const KOR::ParamColor<unsigned long>& inNewColor)
 
 KOR::ParamColor<unsigned long> ChipView::GetColorAt(const ViewPoint& inPosition) const
 {
-    return inPosition.y < static_cast<float>(GetLocalRect().height) / 2.0F ? mNewColor : mOriginal;
+    // The upper half shows the colour masked; what it stands for is the exact colour.
+    return inPosition.y < static_cast<float>(GetLocalRect().height) / 2.0F ? mContainer.GetConstModel().GetColorRGB()
+                                                                            : mOriginal;
 }
 
 void ChipView::UI_Draw(zelui::drawbot::DrawInterface& ioDrawer)
@@ -293,6 +296,9 @@ void ChipView::UI_Draw(zelui::drawbot::DrawInterface& ioDrawer)
     ioDrawer.FillRect({bounds.left, bounds.top, bounds.width, half}, ToRGB(mNewColor));
     ioDrawer.FillRect({bounds.left, bounds.top + half, bounds.width, bounds.height - half}, ToRGB(mOriginal));
     ioDrawer.FrameRect(bounds, zelui::drawbot::ColorRole::kFrame);
+    if (HasFocus()) {
+        ioDrawer.DrawFocusRing({bounds.left + 1, bounds.top + half + 1, bounds.width - 2, bounds.height - half - 2});
+    }
 }
 
 bool ChipView::UI_DoMouseEvent(zelui::ui::UI_Node*, const MouseEvent& inEvent)
@@ -300,13 +306,25 @@ bool ChipView::UI_DoMouseEvent(zelui::ui::UI_Node*, const MouseEvent& inEvent)
     if (inEvent.type != MouseEvent::Type::kClick || inEvent.button != 1) {
         return false;
     }
-    ColorPickerModel changed = mContainer.GetConstModel();
-    changed.SetChipViewCoords({static_cast<float>(inEvent.x) + 0.5F, static_cast<float>(inEvent.y) + 0.5F});
-    mContainer.ModelUpdate(&changed);
+    Send({static_cast<float>(inEvent.x) + 0.5F, static_cast<float>(inEvent.y) + 0.5F});
     return true;
 }
 
-bool ChipView::UI_DoKeyboardEvent(zelui::ui::UI_Node*, const KeyboardEvent&) { return false; }
+bool ChipView::UI_DoKeyboardEvent(zelui::ui::UI_Node*, const KeyboardEvent& inEvent)
+{
+    if (!IsActivationKey(inEvent)) {
+        return false;
+    }
+    Send({0.5F, static_cast<float>(GetLocalRect().height) - 0.5F});
+    return true;
+}
+
+void ChipView::Send(const ViewPoint& inPosition)
+{
+    ColorPickerModel changed = mContainer.GetConstModel();
+    changed.SetChipViewCoords(inPosition);
+    mContainer.ModelUpdate(&changed);
+}
 
 NTSCView::NTSCView(const zelui::drawbot::SupplierInterface* inSupplier, zelui::ui::UI_Node* inParent,
                    UI_ColorPickerControlsContainer& inContainer)
@@ -325,6 +343,9 @@ void NTSCView::ShowColor(const KOR::ParamColor<unsigned long>& inColor)
     mSafe = TestBroadcastSafe(inColor, mSafeColor);
     // A safe colour shows nothing, whichever it is.
     if (mSafe != wasSafe || (!mSafe && mSafeColor != shownSafe)) {
+        if (mSafe && HasFocus()) {
+            mContainer.GetSquareView()->SetFocus();
+        }
         SetWantsKeyboardFocus(!mSafe);
         Invalidate();
     }

@@ -95,7 +95,8 @@ protected:
 };
 
 // The new colour (as it will be handed back) above the colour the picker opened with. A click
-// on either half loads that colour.
+// on the lower half, or Space while the chip has the focus, brings the opening colour back; a
+// click on the upper half keeps the exact current colour.
 class ChipView : public zelui::ui::UI_SubView {
 public:
     ChipView(const zelui::drawbot::SupplierInterface* inSupplier, zelui::ui::UI_Node* inParent,
@@ -110,13 +111,16 @@ public:
     bool UI_DoKeyboardEvent(zelui::ui::UI_Node* inNode, const zelui::ui::KeyboardEvent& inEvent) override;
 
 private:
+    void Send(const ViewPoint& inPosition);
+
     UI_ColorPickerControlsContainer& mContainer;
     KOR::ParamColor<unsigned long> mOriginal;
     KOR::ParamColor<unsigned long> mNewColor;
 };
 
 // Shows, when the colour is not broadcast-safe, a warning beside the nearest safe colour; a
-// click (or Space while it has the focus) takes the safe colour.
+// click (or Space while it has the focus) takes the safe colour. Once the colour is safe the
+// view is empty and hands the focus to the square.
 class NTSCView : public zelui::ui::UI_SubView {
 public:
     NTSCView(const zelui::drawbot::SupplierInterface* inSupplier, zelui::ui::UI_Node* inParent,

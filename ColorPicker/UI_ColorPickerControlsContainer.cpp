@@ -125,11 +125,14 @@ void UI_ColorPickerControlsContainer::BuildModeControls()
     for (std::size_t mode = 0; mode < kComponentFields.size(); ++mode) {
         const ComponentField& spec = kComponentFields[mode];
         const int row = RowTop(static_cast<int>(mode));
-        const auto radio = mModeRadios->AddRadioButton(spec.radioID, KOR::Localize(spec.labelKey),
-                                                        {0, row, kRadioWidth, kRowHeight - 2});
+        const Rect radioBounds{0, row, kRadioWidth, kRowHeight - 2};
+        const auto radio = mModeRadios->AddRadioButton(spec.radioID, KOR::Localize(spec.labelKey), radioBounds);
+        AddChild(radio, spec.radioID, radioBounds);
         radio->SetAccessibleName(KOR::Localize(kAccessibleNames[mode]));
 
         auto field = boost::intrusive_ptr<UI_HotTextNumber>(new HotNumberControl(mSupplier, content));
+        // A number control made in code starts disabled, for its owner to enable when it has a value.
+        field->SetEnabled(true);
         field->SetMinimum(spec.minimum);
         field->SetMaximum(spec.maximum);
         field->SetDecimalPlaces(spec.decimalPlaces);
@@ -436,7 +439,7 @@ void UI_ColorPickerControlsContainer::WebSafeCheckboxChanged()
     mWebAdjust = mask;
     const ColorPickerModel unchanged = mModel;
     ModelUpdate(&unchanged);
-    // The hex text, the chip and the broadcast-safe check show the colour as it will be handed back.
+    // The hex text and the chip show the colour as it will be handed back.
     SetWebText(mComponents.GetRGB());
     RefreshViews();
 }
@@ -448,6 +451,16 @@ void UI_ColorPickerControlsContainer::NTSCButtonChanged()
     SetGreenValue(safe.Green());
     SetBlueValue(safe.Blue());
     UpdateTextEntries(kTarvixColorPickerMode_Red, true);
+}
+
+void UI_ColorPickerControlsContainer::CommitPendingEdits()
+{
+    for (const auto& field : mFields) {
+        if (field->GetFirstChild() != nullptr) {
+            field->EndInPlaceEdit(true, false);
+        }
+    }
+    TextEditChanged();
 }
 
 KOR::ParamColor<unsigned long> UI_ColorPickerControlsContainer::GetMaskedColor() const
@@ -503,9 +516,8 @@ void UI_ColorPickerControlsContainer::RefreshViews()
         mSquareView->ShowColor(mode, mComponents);
         mSliderView->ShowColor(mode, mComponents);
     }
-    const KOR::ParamColor<unsigned long> shown = GetMaskedColor();
-    mChipView->ShowColor(shown);
-    mNTSCView->ShowColor(shown);
+    mChipView->ShowColor(GetMaskedColor());
+    mNTSCView->ShowColor(mModel.GetColorRGB());
     RefreshNTSCButton();
 }
 

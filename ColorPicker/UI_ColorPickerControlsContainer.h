@@ -78,6 +78,8 @@ public:
     void TextEditChanged();
     void WebSafeCheckboxChanged();
     void NTSCButtonChanged();
+    // Takes what the user is still typing: a number field's open text and the hex field's.
+    void CommitPendingEdits();
 
     ColorPickerModel& GetModel() { return mModel; }
     const ColorPickerModel& GetConstModel() const { return mModel; }

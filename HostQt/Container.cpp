@@ -19,6 +19,9 @@ public:
     {
         setFrameShape(QFrame::NoFrame);
         setWidgetResizable(false);
+        // The panel is only a frame for its controls: no tab stop of its own, the window's colour.
+        setFocusPolicy(Qt::NoFocus);
+        viewport()->setBackgroundRole(QPalette::Window);
     }
 
     void SetNode(zelui::ui::UI_Container* inNode) { mNode = inNode; }

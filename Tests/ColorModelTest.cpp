@@ -343,6 +343,8 @@ TEST(ColorBroadcastSafe, ReplacesColoursBeyondTheLimits)
         {{255, 255, 0}, false, {223, 223, 42}}, {{0, 255, 0}, false, {0, 228, 0}},
         {Color(0x5A0000FFUL), false, Color(0x5A0000C9UL)}, {Color(0x5AFF0000UL), true, Color(0x5AFF0000UL)},
         {{0, 165, 235}, false, {0, 158, 223}}, // pulled toward the exact luma; the fixed-point one gives 222
+        // A scale a hair above 1 pulls blue just below 0: it stays 0, and the colour may come back unchanged.
+        {{112, 208, 0}, false, {111, 208, 0}}, {{0, 144, 254}, true, {0, 144, 254}},
     };
     for (const auto& c : cases) {
         Color out(0x11111111UL);

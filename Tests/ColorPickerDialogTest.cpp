@@ -5,6 +5,9 @@
 #include <QTest>
 #include <QWidget>
 
+#include <cstring>
+#include <functional>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -130,9 +133,12 @@ TEST_F(ColorPickerTest, HexTextWebMaskSafeColourAndChip)
     EXPECT_EQ(picker.GetMaskedColor(), Color(0x80, 0x40, 0x00));
     EXPECT_EQ(picker.FindChild<UI_HotTextNumber>(L"HotText_Red")->GetValue(), 0x9F) << "the fields stay unmasked";
     EXPECT_EQ(hex->GetText(), L"804000");
+    ColorPickerModel upperChip = picker.GetConstModel();
+    upperChip.SetChipViewCoords({10.5F, 5.5F});
+    picker.ModelUpdate(&upperChip);
     webSafe->SetChecked(false);
     picker.WebSafeCheckboxChanged();
-    EXPECT_EQ(picker.GetMaskedColor(), Color(0x9F, 0x40, 0x1F));
+    EXPECT_EQ(picker.GetMaskedColor(), Color(0x9F, 0x40, 0x1F)) << "the chip's masked look is not stored";
 
     hex->SetText(L"ff0000");
     picker.TextEditChanged();
@@ -156,6 +162,71 @@ TEST_F(ColorPickerTest, HexTextWebMaskSafeColourAndChip)
         changed.SetChipViewCoords({10.5F, 70.5F});
         picker.ModelUpdate(&changed);
         EXPECT_EQ(picker.GetConstModel().GetColorRGB(), Color(0x9F, 0x40, 0x1F)) << "click " << click;
+    }
+}
+
+// Each row changes two parts of a record; only the one tested first may take effect.
+TEST_F(ColorPickerTest, TheFirstOfTwoDifferencesWins)
+{
+    using Change = std::function<void(ColorPickerModel&)>;
+    using Applied = std::function<bool(const ColorPickerModel&)>;
+    const Change hsb = [](ColorPickerModel& ioModel) { ioModel.SetHue(120.0F); };
+    const Applied hsbApplied = [](const ColorPickerModel& inModel) { return inModel.GetHue() == 120.0F; };
+    const Change rgb = [](ColorPickerModel& ioModel) { ioModel.SetBlue(7); };
+    const Applied rgbApplied = [](const ColorPickerModel& inModel) { return inModel.GetBlue() == 7; };
+    const Change hsl = [](ColorPickerModel& ioModel) { ioModel.SetHSL_L(0.9F); };
+    const Applied hslApplied = [](const ColorPickerModel& inModel) { return inModel.GetHSL_L() == 0.9F; };
+    const Change yuv = [](ColorPickerModel& ioModel) { ioModel.SetYUV_Y(33); };
+    const Applied yuvApplied = [](const ColorPickerModel& inModel) { return inModel.GetYUV_Y() == 33; };
+    const Change square = [](ColorPickerModel& ioModel) { ioModel.SetSquareViewCoords({51.0F, 102.0F}); };
+    const Applied squareApplied = [](const ColorPickerModel& inModel) { return inModel.GetSaturation() == 0.2F; };
+    const Change slider = [](ColorPickerModel& ioModel) { ioModel.SetSliderViewCoords({0.0F, 255.0F}); };
+    const Applied sliderApplied = [](const ColorPickerModel& inModel) { return inModel.GetHue() == 359.0F; };
+    const Change chip = [](ColorPickerModel& ioModel) { ioModel.SetChipViewCoords({10.5F, 70.5F}); };
+    const Applied chipApplied = [](const ColorPickerModel& inModel) { return inModel.GetBlue() == 160; };
+    const Change hex = [](ColorPickerModel& ioModel) { ioModel.SetHexString(L"000000"); };
+    const Applied hexApplied = [](const ColorPickerModel& inModel) { return inModel.GetBlue() == 0; };
+    const struct {
+        const char* name;
+        Change first;
+        Applied firstApplied;
+        Change second;
+        Applied secondApplied;
+    } rows[] = {
+        {"HSB before RGB", hsb, hsbApplied, rgb, rgbApplied},
+        {"RGB before HSL", rgb, rgbApplied, hsl, hslApplied},
+        {"HSL before YUV", hsl, hslApplied, yuv, yuvApplied},
+        {"YUV before the square", yuv, yuvApplied, square, squareApplied},
+        {"square before slider", square, squareApplied, slider, sliderApplied},
+        {"slider before chip", slider, sliderApplied, chip, chipApplied},
+        {"chip before hex", chip, chipApplied, hex, hexApplied},
+    };
+    for (const auto& row : rows) {
+        const auto dialog = MakeDialog(Color(40, 80, 160));
+        UI_ColorPickerControlsContainer& picker = *dialog->GetContainer();
+        picker.InitRGB(Color(10, 20, 30)); // away from the opening colour, which the chip brings back
+        ColorPickerModel changed = picker.GetConstModel();
+        row.first(changed);
+        row.second(changed);
+        picker.ModelUpdate(&changed);
+        EXPECT_TRUE(row.firstApplied(picker.GetConstModel())) << row.name;
+        EXPECT_FALSE(row.secondApplied(picker.GetConstModel())) << row.name;
+    }
+}
+
+TEST_F(ColorPickerTest, ControlsAreFoundByTheirIdentifiers)
+{
+    const auto dialog = MakeDialog(Color(1, 2, 3));
+    const UI_ColorPickerControlsContainer& picker = *dialog->GetContainer();
+    const char* const radios[] = {"Hue",   "Saturation", "Brightness", "Red",   "Green", "Blue",
+                                  "HSL_H", "HSL_S",      "HSL_L",      "YUV_Y", "YUV_U", "YUV_V"};
+    for (const char* radio : radios) {
+        const std::wstring id(radio, radio + std::strlen(radio));
+        ASSERT_NE(picker.FindChild<zelui::controls::UI_RadioButton>(id), nullptr) << radio;
+        EXPECT_EQ(picker.FindChild<zelui::controls::UI_RadioButton>(id)->IsChecked(), id == L"Hue") << radio;
+    }
+    for (const wchar_t* id : kFieldIDs) {
+        EXPECT_TRUE(picker.FindChild<UI_HotTextNumber>(id)->IsEnabled()) << "the user can reach every field";
     }
 }
 
@@ -202,13 +273,31 @@ TEST_F(ColorPickerTest, MouseAndArrowKeysOnTheSquare)
     EXPECT_EQ(out, Color(1, 1, 1));
 }
 
-TEST_F(ColorPickerTest, ClosingTheWindowConfirms)
+TEST_F(ColorPickerTest, TypedFieldsRecomputeTheColour)
 {
     CheckedUser user;
-    user.On(QStringLiteral("ColorPickerDialog")).Click(QStringLiteral("Red")).Close();
+    user.On(QStringLiteral("ColorPickerDialog"))
+        .Type(QStringLiteral("HotText_Red"), QStringLiteral("200"))
+        .Press(Qt::Key_Return)
+        .Type(QStringLiteral("HotText_YUV_U"), QStringLiteral("0"))
+        .Press(Qt::Key_Return)
+        .Click(QStringLiteral("okButton"));
+    Color out;
+    EXPECT_TRUE(DLG::ColorPickerDialog::PickColor(Color(0, 0, 0), out));
+    // Red 200 is Y 60, U -34, V 100; with U 0 blue rises to Y, and green stays clipped at 0.
+    EXPECT_EQ(out, Color(200, 0, 60));
+}
+
+TEST_F(ColorPickerTest, ClosingTheWindowConfirmsWhatIsBeingTyped)
+{
+    CheckedUser user;
+    user.On(QStringLiteral("ColorPickerDialog"))
+        .Click(QStringLiteral("Red"))
+        .Retype(QStringLiteral("Hex"), QStringLiteral("00ff00"))
+        .Close();
     Color out;
     EXPECT_TRUE(DLG::ColorPickerDialog::PickColor(Color(7, 8, 9), out));
-    EXPECT_EQ(out, Color(7, 8, 9));
+    EXPECT_EQ(out, Color(0, 255, 0));
 }
 
 } // namespace
