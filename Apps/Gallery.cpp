@@ -159,6 +159,18 @@ std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorks
                                .Click(QStringLiteral("okButton"));
                        },
                        [&keysetName, &ioState, &inWorkspace] { return keysetName.open(ioState, inWorkspace); }});
+    // A key that another command has: the editor names both and offers Reassign.
+    const DemoDialog& shortcuts = FindDemoDialog(QStringLiteral("ShortcutsDialog"));
+    entries.push_back({QStringLiteral("Shortcuts, a taken key, cancelled"),
+                       [](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+                           ioUser.On(QStringLiteral("ShortcutsDialog"))
+                               .Click(QStringLiteral("commandsListBox"))
+                               .Click(QStringLiteral("keyCaptureTextEdit"))
+                               .Press(Qt::Key_X, Qt::ControlModifier)
+                               .Grab(inDir.filePath(QStringLiteral("ShortcutsDialog-KeyTaken.png")))
+                               .Click(QStringLiteral("cancelButton"));
+                       },
+                       [&shortcuts, &ioState, &inWorkspace] { return shortcuts.open(ioState, inWorkspace); }});
     AddColorPickerEntries(entries, ioState, inWorkspace);
     AddOperationEntries(entries, ioState, inWorkspace);
     return entries;
