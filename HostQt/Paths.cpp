@@ -5,16 +5,9 @@
 #include <filesystem>
 #include <string_view>
 
-#include "KOR/Application.h"
 #include "KOR/Paths.h"
-#include "KOR/Services.h"
-#include "UIF/ShortcutManager.h"
 
 namespace KOR {
-
-Application::~Application() = default;
-
-Application* Application::Instance() { return Services().application; }
 
 namespace PathUtils {
 
@@ -68,5 +61,3 @@ bool IsSameFile(const std::wstring& inFirst, const std::wstring& inSecond)
 } // namespace PathUtils
 
 } // namespace KOR
-
-UIF::ShortcutManager::~ShortcutManager() = default;

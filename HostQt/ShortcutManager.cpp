@@ -10,6 +10,8 @@
 
 #include <array>
 
+UIF::ShortcutManager::~ShortcutManager() = default;
+
 namespace HostQt {
 
 namespace {

@@ -438,6 +438,29 @@ TEST(ShortcutsDialog, ATakenKeyIsAConflictUntilReassignedAndCancelPutsKeysBack)
     EXPECT_EQ(setPath, Shortcuts().GetSetFullPath(0));
 }
 
+// Enter and Escape are keys a command can have, so the field takes them instead of ending the
+// dialog; Tab still leaves it, so the keyboard is not trapped there.
+TEST(ShortcutsDialog, TheKeyFieldTakesEscapeAndLetsTabMoveOn)
+{
+    TestHost host;
+    CheckedUser user;
+    user.On("ShortcutsDialog")
+        .Inspect(SelectCommand(kUndoRow))
+        .Click("keyCaptureTextEdit")
+        .Press(Qt::Key_Shift, Qt::ShiftModifier)
+        .Inspect([](QWidget& inWindow) { EXPECT_EQ(KeyShown(inWindow, kUndoRow), QStringLiteral("Ctrl+Z")); })
+        .Press(Qt::Key_Escape)
+        .Inspect([](QWidget& inWindow) { EXPECT_EQ(KeyShown(inWindow, kUndoRow), QStringLiteral("Esc")); })
+        .Press(Qt::Key_Tab)
+        .Inspect([](QWidget& inWindow) {
+            EXPECT_EQ(inWindow.focusWidget(), inWindow.findChild<QWidget*>(QStringLiteral("clearButton")));
+        })
+        .Click("okButton");
+    std::wstring setPath;
+    ASSERT_TRUE(DLG::DoShortcutsDialog(&Shortcuts(), setPath));
+    EXPECT_EQ(Shortcuts().GetKey(L"edit.undo"), L"Esc");
+}
+
 TEST(ShortcutsDialog, ChoosingASetLoadsItsKeys)
 {
     TestHost host;
