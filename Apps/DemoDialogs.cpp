@@ -16,6 +16,7 @@
 #include "DLG/GenericListErrorDialog.h"
 #include "DLG/GenericTextErrorDialog.h"
 #include "DLG/HideShowTracksDialog.h"
+#include "DLG/KeysetDialogs.h"
 #include "DLG/Module.h"
 #include "DLG/NewTapeNameDialog.h"
 #include "DLG/ProgressDialog.h"
@@ -25,12 +26,15 @@
 #include "DLG/SaveProject.h"
 #include "DLG/SequenceZeroPointDialog.h"
 #include "DLG/SetNumberedMarkerDialog.h"
+#include "DLG/ShortcutsDialog.h"
 #include "DLG/TestVrelDialog.h"
 #include "DLG/TransformOpacityDialog.h"
 #include "DLG/TransformPositionDialog.h"
 #include "DLG/TransformRotationDialog.h"
 #include "DLG/TransformScaleDialog.h"
 #include "HostQt/Workspace.h"
+#include "KOR/Services.h"
+#include "UIF/ShortcutManager.h"
 #include "ScriptedUser.h"
 
 namespace Demo {
@@ -277,6 +281,32 @@ QString OpenSaveProjectToMissingFolder(DemoState& ioState, HostQt::Workspace&)
     return SaveProjectCopy(ioState, QStringLiteral("No such folder/Harbour Documentary.tvx"));
 }
 
+// Saves the current shortcuts under a new name, starting from the second preset.
+QString OpenSaveKeysetAs(DemoState&, HostQt::Workspace&)
+{
+    UIF::ShortcutManager* shortcuts = KOR::Services().shortcuts;
+    if (!shortcuts) {
+        return QStringLiteral("no shortcut manager");
+    }
+    DLG::KeysetList list = DLG::ListKeysets(*shortcuts);
+    list.selected = 1;
+    const bool saved = DLG::SaveKeysetAs(*shortcuts, list);
+    return Returned(saved) + QStringLiteral("; %1 sets, selected ").arg(list.names.size()) +
+           Quoted(list.names[list.selected]);
+}
+
+QString OpenShortcuts(DemoState& ioState, HostQt::Workspace&)
+{
+    UIF::ShortcutManager* shortcuts = KOR::Services().shortcuts;
+    if (!shortcuts) {
+        return QStringLiteral("no shortcut manager");
+    }
+    const bool confirmed = DLG::DoShortcutsDialog(shortcuts, ioState.keySetPath);
+    return Returned(confirmed) + QStringLiteral("; key set ") +
+           Quoted(ioState.keySetPath.substr(ioState.keySetPath.find_last_of(L"/\\") + 1)) +
+           QStringLiteral(", Undo on ") + Quoted(shortcuts->GetKey(L"edit.undo"));
+}
+
 } // namespace
 
 const std::vector<DemoDialog>& DemoDialogs()
@@ -350,6 +380,17 @@ const std::vector<DemoDialog>& DemoDialogs()
         {QStringLiteral("Save a copy into a missing folder"), QStringLiteral("MessageBox"),
          &OpenSaveProjectToMissingFolder, [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Return); },
          QStringLiteral("SaveProjectErrorDialog")},
+        {QStringLiteral("Save key set as"), QStringLiteral("KeysetNameDialog"), &OpenSaveKeysetAs,
+         [](TestSupport::Step& ioStep) {
+             ioStep.Retype(QStringLiteral("keysetNameTextEdit"), QStringLiteral("Edit Bay")).Press(Qt::Key_Return);
+         }},
+        // Undo, the first command, gets the Down key by pressing it in the key field.
+        {QStringLiteral("Shortcuts"), QStringLiteral("ShortcutsDialog"), &OpenShortcuts,
+         [](TestSupport::Step& ioStep) {
+             ioStep.Click(QStringLiteral("keyCaptureTextEdit"))
+                 .Press(Qt::Key_Down)
+                 .Click(QStringLiteral("okButton"));
+         }},
     };
     return dialogs;
 }

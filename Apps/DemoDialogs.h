@@ -73,6 +73,7 @@ struct DemoState {
     std::vector<bool> tracksShown{true, true, false, true, false};
     float clipGain = 1.0f;
     QString dataDirectory; // where the demo saves projects
+    std::wstring keySetPath; // the key set the shortcuts editor last left current
 };
 
 // One dialog the demo offers: how to open it and what it returned, and how the gallery's

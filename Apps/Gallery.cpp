@@ -147,6 +147,30 @@ std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorks
                                .Press(Qt::Key_Return);
                        },
                        [&clipSpeed, &ioState, &inWorkspace] { return clipSpeed.open(ioState, inWorkspace); }});
+    // Saving a key set under the name just used asks before replacing it.
+    const DemoDialog& keysetName = FindDemoDialog(QStringLiteral("KeysetNameDialog"));
+    entries.push_back({QStringLiteral("Save key set as, replacing one"),
+                       [](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+                           ioUser.On(QStringLiteral("KeysetNameDialog"))
+                               .Retype(QStringLiteral("keysetNameTextEdit"), QStringLiteral("Edit Bay"))
+                               .Press(Qt::Key_Return);
+                           ioUser.On(QStringLiteral("keysetReplaceConfirmDialog"))
+                               .Grab(inDir.filePath(QStringLiteral("KeysetReplaceConfirmDialog.png")))
+                               .Click(QStringLiteral("okButton"));
+                       },
+                       [&keysetName, &ioState, &inWorkspace] { return keysetName.open(ioState, inWorkspace); }});
+    // A key that another command has: the editor names both and offers Reassign.
+    const DemoDialog& shortcuts = FindDemoDialog(QStringLiteral("ShortcutsDialog"));
+    entries.push_back({QStringLiteral("Shortcuts, a taken key, cancelled"),
+                       [](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+                           ioUser.On(QStringLiteral("ShortcutsDialog"))
+                               .Click(QStringLiteral("commandsListBox"))
+                               .Click(QStringLiteral("keyCaptureTextEdit"))
+                               .Press(Qt::Key_X, Qt::ControlModifier)
+                               .Grab(inDir.filePath(QStringLiteral("ShortcutsDialog-KeyTaken.png")))
+                               .Click(QStringLiteral("cancelButton"));
+                       },
+                       [&shortcuts, &ioState, &inWorkspace] { return shortcuts.open(ioState, inWorkspace); }});
     AddColorPickerEntries(entries, ioState, inWorkspace);
     AddOperationEntries(entries, ioState, inWorkspace);
     return entries;

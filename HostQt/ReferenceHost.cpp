@@ -24,8 +24,10 @@
 #include "HostQt/NodePeer.h"
 #include "HostQt/ProjectFile.h"
 #include "HostQt/ReferenceHost.h"
+#include "HostQt/ShortcutManager.h"
 #include "HostQt/Workspace.h"
 #include "HostQt/WorkQueue.h"
+#include "KOR/Application.h"
 #include "KOR/Paths.h"
 #include "TL/AutoSave.h"
 #include "UIF/MessageBox.h"
@@ -452,6 +454,12 @@ void Workspace::SetMainWindow(QWidget* inWindow)
     mMainNode = inWindow ? new zelui::ui::UI_Node(std::make_unique<zelui::ui::NodePeer>(inWindow)) : nullptr;
 }
 
+// The editor's name is the Qt application's.
+class HostApplication : public KOR::Application {
+public:
+    std::wstring GetName() const override { return QCoreApplication::applicationName().toStdWString(); }
+};
+
 struct ReferenceHost::Services {
     Workspace workspace;
     Players players;
@@ -464,6 +472,8 @@ struct ReferenceHost::Services {
     SteadyClock clock;
     WorkQueue workQueue;
     OverrideCursors cursors;
+    std::unique_ptr<ShortcutManager> shortcuts;
+    HostApplication application;
 };
 
 ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_unique<Services>())
@@ -472,6 +482,11 @@ ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_u
     mServices->backend =
         std::make_unique<SettingsBackendImpl>(QDir(inConfig.settingsDirectory).filePath(QStringLiteral("Backend.json")));
     KOR::DirectoryRegistry::RegisterDirectory(L"vrel.scripts", inConfig.scriptsDirectory.toStdWString());
+    // The user's documents of the editor (key sets among them) live beside its settings.
+    const QString documents = QDir(inConfig.settingsDirectory).filePath(QStringLiteral("Documents"));
+    KOR::DirectoryRegistry::RegisterDirectory(L"lumoradocuments", documents.toStdWString());
+    mServices->shortcuts = std::make_unique<ShortcutManager>(
+        QDir(inConfig.settingsDirectory).filePath(QStringLiteral("KeySetPresets")), documents);
 
     mTable.workspace = &mServices->workspace;
     mTable.players = &mServices->players;
@@ -484,6 +499,8 @@ ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_u
     mTable.workQueue = &mServices->workQueue;
     mTable.clock = &mServices->clock;
     mTable.cursors = &mServices->cursors;
+    mTable.shortcuts = mServices->shortcuts.get();
+    mTable.application = &mServices->application;
     mPrevious = KOR::Services();
     KOR::Services() = mTable;
 }

@@ -9,6 +9,7 @@
 #include <map>
 
 #include "HostQt/HotTextNumberWidget.h"
+#include "HostQt/KeyCaptureWidget.h"
 #include "HostQt/NodePeer.h"
 #include "HostQt/NumberEditWidget.h"
 #include "HostQt/Widgets.h"
@@ -41,6 +42,8 @@ public:
         QWidget* widget = nullptr;
         if (inClassName == QLatin1String("UI_NumberEdit")) {
             widget = new HostQt::NumberEditWidget(inParent);
+        } else if (inClassName == QLatin1String("UI_KeyCaptureEdit")) {
+            widget = new HostQt::KeyCaptureWidget(inParent);
         } else if (inClassName == QLatin1String("UI_HotTextNumber")) {
             widget = new HostQt::HotTextNumberWidget(inParent);
         } else if (!inParent && inClassName == QLatin1String("QDialog")) {

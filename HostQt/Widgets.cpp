@@ -19,6 +19,7 @@
 #include <QTreeWidget>
 
 #include "HostQt/HotTextNumberWidget.h"
+#include "HostQt/KeyCaptureWidget.h"
 #include "HostQt/NodePeer.h"
 #include "HostQt/NumberEditWidget.h"
 #include "HostQt/Widgets.h"
@@ -224,6 +225,9 @@ zelui::ui::UI_NodePtr MakeControlNode(QWidget* inWidget)
     }
     if (auto* list = qobject_cast<QTreeWidget*>(inWidget)) {
         return MakeListBoxNode(list, std::move(peer));
+    }
+    if (zelui::ui::UI_NodePtr node = MakeShortcutControlNode(inWidget, peer)) {
+        return node;
     }
     if (auto* numberEdit = qobject_cast<NumberEditWidget*>(inWidget)) {
         boost::intrusive_ptr<UI_NumberEdit> node(new UI_NumberEdit(std::move(peer)));

@@ -24,5 +24,12 @@ inline constexpr unsigned int kStr_SaveErrorFileReadOnly = 11231;
 inline constexpr unsigned int kStr_SaveErrorOther = 11232;
 inline constexpr unsigned int kStr_SaveErrorHint = 11233;
 inline constexpr unsigned int kStr_ColorPickerTitle = 11567;
+inline constexpr unsigned int kStr_KeysetUserSetProposal = 11398;
+inline constexpr unsigned int kStr_KeysetPreset1Name = 11412;
+inline constexpr unsigned int kStr_KeysetPreset2Name = 11413;
+inline constexpr unsigned int kStr_KeysetPreset3Name = 11414;
+inline constexpr unsigned int kStr_KeysetInvalidName = 11415;
+inline constexpr unsigned int kStr_KeysetFileSuffix = 11418;
+inline constexpr unsigned int kStr_ShortcutKeyTaken = 11416;
 
 } // namespace DLG

@@ -19,6 +19,15 @@ public:
 namespace PathUtils {
 HOST_API std::wstring AddTrailingSlash(const std::wstring& inPath);
 HOST_API bool ExistsOnDisk(const std::wstring& inPath);
+// The part after the last backslash or "/"; the whole path when it has neither.
+HOST_API std::wstring GetFilePart(const std::wstring& inPath);
+// Whether inName can name a file on every system the editor runs on: not blank, no path
+// separator, none of <>:"|?* or control characters, no reserved device name (CON, PRN, AUX, NUL,
+// COM1-9, LPT1-9, with or without an extension), no trailing dot or blank, at most 255 UTF-8 bytes.
+HOST_API bool IsValidFileName(const std::wstring& inName);
+// Whether both paths name one existing file as the file system resolves them (on a
+// case-insensitive one, names differing only in case do).
+HOST_API bool IsSameFile(const std::wstring& inFirst, const std::wstring& inSecond);
 } // namespace PathUtils
 
 // A file on disk, read in one piece.

@@ -8,6 +8,7 @@ class PlayerService;
 class MessageBoxService;
 class SoundService;
 class CursorService;
+class ShortcutManager;
 } // namespace UIF
 namespace TL {
 class AutoSaveService;
@@ -26,6 +27,7 @@ namespace KOR {
 
 class SharedThreadedWorkQueue;
 class ClockService;
+class Application;
 
 // The service objects behind the host's free functions and singletons. The running host
 // installs one table at start-up; a test may swap in a wrapper around any entry (to count
@@ -43,6 +45,8 @@ struct ServiceTable {
     SharedThreadedWorkQueue* workQueue = nullptr;
     ClockService* clock = nullptr;
     UIF::CursorService* cursors = nullptr;
+    UIF::ShortcutManager* shortcuts = nullptr;
+    Application* application = nullptr;
 };
 
 HOST_API ServiceTable& Services();

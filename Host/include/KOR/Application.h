@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "KOR/HostAPI.h"
+
+namespace KOR {
+
+// The running editor as a whole.
+class HOST_API Application {
+public:
+    virtual ~Application();
+    virtual std::wstring GetName() const = 0;
+    // The running application, or null when the host has none (a test without
+    // one).
+    static Application* Instance();
+};
+
+} // namespace KOR
