@@ -484,6 +484,7 @@ ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_u
     mTable.workQueue = &mServices->workQueue;
     mTable.clock = &mServices->clock;
     mTable.cursors = &mServices->cursors;
+    mTable.help = ReferenceHelpService();
     mPrevious = KOR::Services();
     KOR::Services() = mTable;
 }
@@ -516,6 +517,10 @@ KOR::ObjectPtr<KOR::Module, KOR::AtomicValue> LoadModuleObject(const QString& in
             table.emplace(id, entry.value().toString().toStdWString());
         }
     }
+    KOR::DirectoryRegistry::RegisterDirectory(
+        L"module.resources", QFileInfo(inStringTablePath).absoluteDir().filePath(QStringLiteral("Images")).toStdWString());
+    KOR::DirectoryRegistry::RegisterDirectory(
+        L"legal.notices", QFileInfo(inStringTablePath).absoluteDir().filePath(QStringLiteral("Notices")).toStdWString());
     return KOR::ObjectPtr<KOR::Module, KOR::AtomicValue>(new StringTableModule(std::move(table)));
 }
 

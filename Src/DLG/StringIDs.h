@@ -25,4 +25,9 @@ inline constexpr unsigned int kStr_SaveErrorOther = 11232;
 inline constexpr unsigned int kStr_SaveErrorHint = 11233;
 inline constexpr unsigned int kStr_ColorPickerTitle = 11567;
 
+inline constexpr unsigned int kStr_AboutTitle = 11620;
+inline constexpr unsigned int kStr_AboutVersion = 11621;
+inline constexpr unsigned int kStr_AboutLicensedTo = 11622;
+inline constexpr unsigned int kStr_AboutCopyright = 11623;
+
 } // namespace DLG

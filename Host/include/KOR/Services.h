@@ -11,6 +11,7 @@ class CursorService;
 } // namespace UIF
 namespace TL {
 class AutoSaveService;
+class HelpService;
 }
 namespace BE {
 class Backend;
@@ -43,6 +44,7 @@ struct ServiceTable {
     SharedThreadedWorkQueue* workQueue = nullptr;
     ClockService* clock = nullptr;
     UIF::CursorService* cursors = nullptr;
+    TL::HelpService* help = nullptr;
 };
 
 HOST_API ServiceTable& Services();
