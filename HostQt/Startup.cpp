@@ -96,7 +96,26 @@ struct Brightness {
     int current = 0;
 };
 
-int BrightnessOf(const QPalette& inPalette) { return qRound(inPalette.color(QPalette::Window).lightness() * 100.0 / 255.0); }
+int BrightnessOf(const QPalette& inPalette)
+{
+    return qRound(inPalette.color(QPalette::Window).lightness() * 100.0 / 255.0);
+}
+
+// Windows, buttons and fields in greys of the brightness, fields a step lighter, with the text
+// in black or white, whichever reads better on them.
+QPalette GrayPalette(int inBrightness)
+{
+    const int level = qRound(inBrightness * 255.0 / 100.0);
+    const QColor gray = QColor::fromHsl(0, 0, level);
+    QPalette palette(gray, gray);
+    const QColor text = inBrightness >= 50 ? QColor(Qt::black) : QColor(Qt::white);
+    palette.setColor(QPalette::Base, QColor::fromHsl(0, 0, std::min(255, level + 32)));
+    palette.setColor(QPalette::AlternateBase, gray);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(role, text);
+    }
+    return palette;
+}
 
 std::optional<Brightness>& State()
 {
@@ -106,10 +125,7 @@ std::optional<Brightness>& State()
 
 } // namespace
 
-int ColorManager::GetBrightness()
-{
-    return State() ? State()->current : BrightnessOf(QApplication::palette());
-}
+int ColorManager::GetBrightness() { return State() ? State()->current : BrightnessOf(QApplication::palette()); }
 
 void ColorManager::SetBrightness(int inBrightness)
 {
@@ -123,8 +139,7 @@ void ColorManager::SetBrightness(int inBrightness)
         QApplication::setPalette(State()->original);
         return;
     }
-    const QColor gray = QColor::fromHsl(0, 0, qRound(value * 255.0 / 100.0));
-    QApplication::setPalette(QPalette(gray, gray));
+    QApplication::setPalette(GrayPalette(value));
 }
 
 } // namespace UIF
@@ -140,7 +155,8 @@ std::wstring OS_ResourceManager::ImagePath(const std::wstring& inName) const
     if (mModule.resourceDirectory.empty() || inName.empty()) {
         return {};
     }
-    const QString path = QDir(QString::fromStdWString(mModule.resourceDirectory)).filePath(QString::fromStdWString(inName) + QStringLiteral(".png"));
+    const QString path = QDir(QString::fromStdWString(mModule.resourceDirectory))
+                             .filePath(QString::fromStdWString(inName) + QStringLiteral(".png"));
     return QFileInfo::exists(path) ? path.toStdWString() : std::wstring();
 }
 
@@ -210,7 +226,8 @@ protected:
     }
 
 private:
-    QLabel* MakeImage(const utility::OS_ResourceManager& inResources, const std::wstring& inName, const QString& inObjectName)
+    QLabel* MakeImage(const utility::OS_ResourceManager& inResources, const std::wstring& inName,
+                      const QString& inObjectName)
     {
         auto* image = new QLabel(this);
         image->setObjectName(inObjectName);
@@ -285,7 +302,8 @@ public:
     bool OpenHelpPage(const std::wstring& inPage) override
     {
         const std::wstring folder = KOR::DirectoryRegistry::FindDirectory(L"help.pages");
-        const QString page = QDir(QString::fromStdWString(folder)).filePath(QString::fromStdWString(inPage) + QStringLiteral(".html"));
+        const QString page =
+            QDir(QString::fromStdWString(folder)).filePath(QString::fromStdWString(inPage) + QStringLiteral(".html"));
         return !folder.empty() && QFileInfo::exists(page) && QDesktopServices::openUrl(QUrl::fromLocalFile(page));
     }
 };

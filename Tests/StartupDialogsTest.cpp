@@ -24,9 +24,9 @@
 
 namespace {
 
-using TestSupport::CheckedUser;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using TestSupport::CheckedUser;
 
 const QString kWelcome = QStringLiteral("ZELWelcomeDlog");
 
@@ -67,7 +67,8 @@ TEST(DisplayStringFromPath, IsTheFilePartWithoutItsExtension)
         {L"Plain.tvproj", L"Plain"},
     };
     for (const auto& [path, display] : cases) {
-        EXPECT_EQ(KOR::PathUtils::GetDisplayStringFromPath(path), display) << QString::fromStdWString(path).toStdString();
+        EXPECT_EQ(KOR::PathUtils::GetDisplayStringFromPath(path), display)
+            << QString::fromStdWString(path).toStdString();
     }
 }
 
@@ -116,7 +117,8 @@ TEST(QuickStart, ButtonsAndKeysGiveTheirResults)
     };
     const std::vector<Case> cases = {
         {"new project", [](TestSupport::Step& ioStep) { ioStep.Click(QStringLiteral("newProjectButton")); }, 1, false},
-        {"open project", [](TestSupport::Step& ioStep) { ioStep.Click(QStringLiteral("openProjectButton")); }, 2, false},
+        {"open project", [](TestSupport::Step& ioStep) { ioStep.Click(QStringLiteral("openProjectButton")); }, 2,
+         false},
         {"help", [](TestSupport::Step& ioStep) { ioStep.Click(QStringLiteral("helpButton")); }, 3, true},
         {"Escape", [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Escape); }, 4, false},
         {"closed", [](TestSupport::Step& ioStep) { ioStep.Close(); }, 4, false},
@@ -125,7 +127,11 @@ TEST(QuickStart, ButtonsAndKeysGiveTheirResults)
          false},
         {"Tab, Right twice, Left, Enter",
          [](TestSupport::Step& ioStep) {
-             ioStep.Press(Qt::Key_Tab).Press(Qt::Key_Right).Press(Qt::Key_Right).Press(Qt::Key_Left).Press(Qt::Key_Return);
+             ioStep.Press(Qt::Key_Tab)
+                 .Press(Qt::Key_Right)
+                 .Press(Qt::Key_Right)
+                 .Press(Qt::Key_Left)
+                 .Press(Qt::Key_Return);
          },
          2, false},
     };
@@ -138,7 +144,8 @@ TEST(QuickStart, ButtonsAndKeysGiveTheirResults)
         int chosen = -1;
         EXPECT_EQ(DLG::QuickStart::DoQuickStartDialog({L"/p/Harbour.tvproj"}, chosen), testCase.result);
         EXPECT_EQ(chosen, 0);
-        EXPECT_EQ(help.mPages, testCase.helpOpened ? std::vector<std::wstring>{TL::kHelpHomePage} : std::vector<std::wstring>{});
+        EXPECT_EQ(help.mPages,
+                  testCase.helpOpened ? std::vector<std::wstring>{TL::kHelpHomePage} : std::vector<std::wstring>{});
     }
 }
 
@@ -302,7 +309,8 @@ TEST(AboutDialog, NoticesAreTheTextFilesInNameOrder)
     }
     KOR::DirectoryRegistry::RegisterDirectory(L"legal.notices", host.ScratchDirectory().toStdWString());
     EXPECT_EQ(DLG::LegalNoticesText(), L"First component \u00a9 2020\nLicence A\n\nSecond component\nLicence B\n\n");
-    KOR::DirectoryRegistry::RegisterDirectory(L"legal.notices", (host.ScratchDirectory() + QStringLiteral("/none")).toStdWString());
+    KOR::DirectoryRegistry::RegisterDirectory(L"legal.notices",
+                                              (host.ScratchDirectory() + QStringLiteral("/none")).toStdWString());
     EXPECT_EQ(DLG::LegalNoticesText(), L"");
 }
 
