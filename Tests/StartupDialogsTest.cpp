@@ -239,6 +239,20 @@ TEST(QuickStart, ShowsAtBrightnessFiftyAndPutsTheUsersBack)
     UIF::ColorManager::SetBrightness(original);
 }
 
+// The reference help centre opens only a page it has; these never reach a viewer.
+TEST(HelpCenter, OpensNothingWithoutAServiceFolderOrPage)
+{
+    TestSupport::TestHost host;
+    const std::wstring registered = KOR::DirectoryRegistry::FindDirectory(L"help.pages");
+    KOR::DirectoryRegistry::RegisterDirectory(L"help.pages", L"");
+    EXPECT_FALSE(TL::TarvixHelpCenter::OpenHelpPage(TL::kHelpHomePage)) << "no folder registered";
+    KOR::DirectoryRegistry::RegisterDirectory(L"help.pages", host.ScratchDirectory().toStdWString());
+    EXPECT_FALSE(TL::TarvixHelpCenter::OpenHelpPage(TL::kHelpHomePage)) << "the folder lacks home.html";
+    KOR::Services().help = nullptr;
+    EXPECT_FALSE(TL::TarvixHelpCenter::OpenHelpPage(TL::kHelpHomePage)) << "the host offers no help";
+    KOR::DirectoryRegistry::RegisterDirectory(L"help.pages", registered);
+}
+
 // Whatever the files say, read as they are.
 QString FileText(const QString& inPath)
 {
