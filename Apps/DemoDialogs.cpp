@@ -36,6 +36,7 @@
 #include "KOR/Services.h"
 #include "UIF/ShortcutManager.h"
 #include "ScriptedUser.h"
+#include "StartupDemo.h"
 
 namespace Demo {
 
@@ -368,6 +369,10 @@ const std::vector<DemoDialog>& DemoDialogs()
          [](TestSupport::Step& ioStep) {
              ioStep.Click(QStringLiteral("normalizeButton")).Click(QStringLiteral("okButton"));
          }},
+        {QStringLiteral("Welcome screen"), QStringLiteral("ZELWelcomeDlog"), &OpenWelcomeScreen,
+         [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Return); }},
+        {QStringLiteral("About"), QStringLiteral("aboutDialog"), &OpenAbout,
+         [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Return); }},
         {QStringLiteral("Color picker: Title Background matte"), QStringLiteral("ColorPickerDialog"), &OpenColorPicker,
          [](TestSupport::Step& ioStep) {
              ioStep.Retype(QStringLiteral("Hex"), QStringLiteral("2a4d7f")).Press(Qt::Key_Return);

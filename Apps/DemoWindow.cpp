@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "BE/ProjectSettings.h"
+#include "DLG/Module.h"
 #include "DLG/TimecodeInfo.h"
 #include "HostQt/NodePeer.h"
 #include "zelcore/Error.h"
@@ -122,6 +123,14 @@ void DemoWindow::OpenDialog(const DemoDialog& inDialog)
     } catch (const std::exception& error) {
         Log(inDialog.title + QStringLiteral(": raised \"%1\"").arg(QString::fromLocal8Bit(error.what())));
     }
+}
+
+void DemoWindow::OpenProject(BE::ProjectRef inProject)
+{
+    mProject = inProject;
+    DLG::SetProject(inProject);
+    Log(QStringLiteral("Opened \"%1\" from %2")
+            .arg(QString::fromStdWString(inProject->GetName()), QString::fromStdWString(inProject->GetFilePath())));
 }
 
 } // namespace Demo

@@ -24,6 +24,8 @@ public:
 
     void Log(const QString& inLine);
     void OpenDialog(const DemoDialog& inDialog);
+    // Makes inProject the current project of the window and the module.
+    void OpenProject(BE::ProjectRef inProject);
 
 private:
     // The module's number and time controls, live on the project's timecode settings.

@@ -171,6 +171,18 @@ std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorks
                                .Click(QStringLiteral("cancelButton"));
                        },
                        [&shortcuts, &ioState, &inWorkspace] { return shortcuts.open(ioState, inWorkspace); }});
+    // The about dialog's notices, opened from its button.
+    const DemoDialog& about = FindDemoDialog(QStringLiteral("aboutDialog"));
+    entries.push_back({QStringLiteral("About, patent and legal notices"),
+                       [](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+                           ioUser.On(QStringLiteral("aboutDialog"))
+                               .Click(QStringLiteral("legalNoticesButton"))
+                               .Click(QStringLiteral("okButton"));
+                           ioUser.On(QStringLiteral("PatentAndLegalNotices"))
+                               .Grab(inDir.filePath(QStringLiteral("PatentAndLegalNotices.png")))
+                               .Click(QStringLiteral("okButton"));
+                       },
+                       [&about, &ioState, &inWorkspace] { return about.open(ioState, inWorkspace); }});
     AddColorPickerEntries(entries, ioState, inWorkspace);
     AddOperationEntries(entries, ioState, inWorkspace);
     return entries;

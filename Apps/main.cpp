@@ -14,8 +14,10 @@
 #include "DLG/Module.h"
 #include "DemoWindow.h"
 #include "Gallery.h"
+#include "StartupDemo.h"
 #include "HostQt/ReferenceHost.h"
 #include "HostQt/Workspace.h"
+#include "KOR/Paths.h"
 #include "zelcore/Error.h"
 
 namespace {
@@ -38,6 +40,7 @@ int Run(QApplication& ioApp, const QCommandLineParser& inOptions)
     const QString settings = gallery ? gallerySettings.path()
                                      : QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
     HostQt::ReferenceHost host({settings, inOptions.value(QStringLiteral("scripts"))});
+    KOR::DirectoryRegistry::RegisterDirectory(L"help.pages", QStringLiteral(TARVIX_SOURCE_DIR "/Help").toStdWString());
 
     DLG::SetModule(HostQt::LoadModuleObject(inOptions.value(QStringLiteral("strings"))));
     DLG::Initialize();
@@ -65,6 +68,7 @@ int Run(QApplication& ioApp, const QCommandLineParser& inOptions)
                   << failed << " dialog(s) did not go as scripted" << std::endl;
         result = failed == 0 ? 0 : 1;
     } else {
+        Demo::ShowWelcomeScreenAtStart(window, state);
         result = ioApp.exec();
     }
     host.SetMainWindow(nullptr);

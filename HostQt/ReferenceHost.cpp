@@ -501,6 +501,7 @@ ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_u
     mTable.cursors = &mServices->cursors;
     mTable.shortcuts = mServices->shortcuts.get();
     mTable.application = &mServices->application;
+    mTable.help = ReferenceHelpService();
     mPrevious = KOR::Services();
     KOR::Services() = mTable;
 }
@@ -533,6 +534,10 @@ KOR::ObjectPtr<KOR::Module, KOR::AtomicValue> LoadModuleObject(const QString& in
             table.emplace(id, entry.value().toString().toStdWString());
         }
     }
+    KOR::DirectoryRegistry::RegisterDirectory(
+        L"module.resources", QFileInfo(inStringTablePath).absoluteDir().filePath(QStringLiteral("Images")).toStdWString());
+    KOR::DirectoryRegistry::RegisterDirectory(
+        L"legal.notices", QFileInfo(inStringTablePath).absoluteDir().filePath(QStringLiteral("Notices")).toStdWString());
     return KOR::ObjectPtr<KOR::Module, KOR::AtomicValue>(new StringTableModule(std::move(table)));
 }
 

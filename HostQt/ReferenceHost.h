@@ -14,6 +14,10 @@
 #include "KOR/ObjectPtr.h"
 #include "KOR/Services.h"
 
+namespace TL {
+class HelpService;
+}
+
 namespace HostQt {
 
 class Workspace;
@@ -50,8 +54,14 @@ private:
 };
 
 // The module object with its string table, read from a JSON file {"strings": {"11152": "..."}}.
+// The module's images are the PNG files of the "Images" folder beside the table (registered as
+// "module.resources"), the notices of what it ships with the texts of the "Notices" folder
+// (registered as "legal.notices").
 // Throws zelcore::Error when the file cannot be read.
 KOR::ObjectPtr<KOR::Module, KOR::AtomicValue> LoadModuleObject(const QString& inStringTablePath);
+
+// The reference host's help centre: the pages of the folder registered as "help.pages".
+TL::HelpService* ReferenceHelpService();
 
 // A project of the host's model from its JSON form; throws zelcore::Error on bad JSON.
 BE::ProjectRef LoadProject(const QByteArray& inJson, const QString& inFilePath);

@@ -69,6 +69,8 @@ void Terminate() { SetProject(nullptr); }
 
 const KOR::ResourceCollection& GetResourceCollection() { return *Holder().mModule; }
 
+const KOR::Module& GetModule() { return *Holder().mModule; }
+
 KOR::InterfaceRef<BE::IProject> GetCurrentProject() { return Holder().mProject; }
 
 bool DispatchDialog(const std::wstring& inDialogID, KOR::InterfaceRef<KOR::KORUnknown> inParameters,

@@ -85,6 +85,14 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
              "DLG::SaveProject(KOR::InterfaceRef<BE::IProject>, " + wstring + ", bool, bool)",
              std::string("DLG::ColorPickerDialog::PickColor(KOR::ParamColor<unsigned long> const&, "
                          "KOR::ParamColor<unsigned long>&)"),
+             "DLG::QuickStart::DoQuickStartDialog(std::vector<" + wstring + ", std::allocator<" + wstring +
+                 " > > const&, int&)",
+             std::string("DLG::QuickStart::CloseQuickStartDialog()"),
+             std::string("DLG::QuickStart::IsDialogEnabled()"),
+             std::string("DLG::QuickStart::kRecentDocumentProperty[abi:cxx11]"),
+             "DLG::DoAboutDialog(" + wstring + " const&, " + wstring + " const&, " + wstring +
+                 " const&, unsigned long)",
+             std::string("DLG::DoPatentAndLegalNoticesDialog()"),
          }) {
         EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;
     }

@@ -41,6 +41,9 @@ DLG_API KOR::InterfaceRef<BE::IProject> GetCurrentProject();
 DLG_API bool DispatchDialog(const std::wstring& inDialogID, KOR::InterfaceRef<KOR::KORUnknown> inParameters,
                             const zelui::drawbot::SupplierInterface* inSupplier, zelui::ui::UI_Node* inParent);
 
+// The module object, for what the module holds besides its texts (its native images).
+const KOR::Module& GetModule();
+
 // A text of the module's string table.
 std::wstring LoadString(unsigned int inID);
 

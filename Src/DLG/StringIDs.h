@@ -32,4 +32,9 @@ inline constexpr unsigned int kStr_KeysetInvalidName = 11415;
 inline constexpr unsigned int kStr_KeysetFileSuffix = 11418;
 inline constexpr unsigned int kStr_ShortcutKeyTaken = 11416;
 
+inline constexpr unsigned int kStr_AboutTitle = 11620;
+inline constexpr unsigned int kStr_AboutVersion = 11621;
+inline constexpr unsigned int kStr_AboutLicensedTo = 11622;
+inline constexpr unsigned int kStr_AboutCopyright = 11623;
+
 } // namespace DLG

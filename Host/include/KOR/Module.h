@@ -14,10 +14,17 @@ public:
     virtual bool FindString(unsigned int inID, std::wstring& outText) const = 0;
 };
 
+// The loaded module as the operating system sees it: where its own resources (images) are.
+struct NativeModule {
+    std::wstring resourceDirectory; // empty when the module has no resources
+};
+
 // The object that the host creates for a loaded module; it is also the module's string table.
 class HOST_API Module : public ResourceCollection {
 public:
     ~Module() override;
+    // The native side of the module, for OS_ResourceManager.
+    NativeModule GetNativeModule() const;
 };
 
 // The text of string inID, or a visible placeholder ("<string 11152>") when the table lacks it.

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "KOR/HostAPI.h"
 
@@ -28,7 +29,15 @@ HOST_API bool IsValidFileName(const std::wstring& inName);
 // Whether both paths name one existing file as the file system resolves them (on a
 // case-insensitive one, names differing only in case do).
 HOST_API bool IsSameFile(const std::wstring& inFirst, const std::wstring& inSecond);
+// The text that stands for a file in menus and lists: its file part (after the last backslash
+// or "/") without its extension.
+HOST_API std::wstring GetDisplayStringFromPath(const std::wstring& inPath);
+// The full paths of the files in inDirectory whose names end in inSuffix, sorted by name.
+HOST_API std::vector<std::wstring> ListFiles(const std::wstring& inDirectory, const std::wstring& inSuffix);
 } // namespace PathUtils
+
+// Reads a whole UTF-8 text file; false when it cannot be read.
+HOST_API bool ReadTextFile(const std::wstring& inPath, std::wstring& outText);
 
 // A file on disk, read in one piece.
 class HOST_API File {

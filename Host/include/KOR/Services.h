@@ -12,6 +12,7 @@ class ShortcutManager;
 } // namespace UIF
 namespace TL {
 class AutoSaveService;
+class HelpService;
 }
 namespace BE {
 class Backend;
@@ -47,6 +48,7 @@ struct ServiceTable {
     UIF::CursorService* cursors = nullptr;
     UIF::ShortcutManager* shortcuts = nullptr;
     Application* application = nullptr;
+    TL::HelpService* help = nullptr;
 };
 
 HOST_API ServiceTable& Services();
