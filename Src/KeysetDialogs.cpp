@@ -1,5 +1,7 @@
 #include "DLG/KeysetDialogs.h"
 
+#include <algorithm>
+
 #include "DLG/DialogBaseImpl.h"
 #include "DLG/Module.h"
 #include "DLG/StringIDs.h"
@@ -99,11 +101,13 @@ std::wstring ApplicationName()
     return application ? application->GetName() : L"Application";
 }
 
-// Asks until the user gives a name that can be a file's, or cancels (false).
+// Asks until the user gives a name that can be a file's, with the set suffix too (which makes a
+// name near the length limit too long), or cancels (false).
 bool AskValidName(std::wstring& ioName)
 {
     while (AskKeysetName(ioName)) {
-        if (KOR::PathUtils::IsValidFileName(ioName)) {
+        if (KOR::PathUtils::IsValidFileName(ioName) &&
+            KOR::PathUtils::IsValidFileName(ioName + LoadString(kStr_KeysetFileSuffix))) {
             return true;
         }
         UIF::MessageBoxW(LoadString(kStr_KeysetInvalidName), ApplicationName(), UIF::kMessageBox_OK,
@@ -199,10 +203,14 @@ bool SaveKeysetAs(UIF::ShortcutManager& ioManager, KeysetList& ioList)
         ioList.selected = existing;
     } else if (const std::size_t entry = FindEntry(ioList, path); entry != std::wstring::npos) {
         ioList.selected = entry;
-    } else {
+    } else if (!existed && path != selectedPath) {
         ioList.paths.push_back(path);
         ioList.names.push_back(name);
         ioList.selected = ioList.paths.size() - 1;
+    } else if (const auto named = std::find(ioList.names.begin(), ioList.names.end(), name);
+               named != ioList.names.end()) {
+        // A file the list did not show: the entry of that name, if any, stands for it.
+        ioList.selected = static_cast<std::size_t>(named - ioList.names.begin());
     }
     return true;
 }

@@ -138,7 +138,8 @@ TEST_P(Proposal, ComesFromTheSelectedSet)
 
 INSTANTIATE_TEST_SUITE_P(
     Sets, Proposal,
-    testing::Values(ProposalCase{"SecondPreset", 1, [] { return QText(DLG::kStr_KeysetPreset2Name); }, false},
+    testing::Values(ProposalCase{"FirstPreset", 0, [] { return QText(DLG::kStr_KeysetPreset1Name); }, false},
+                    ProposalCase{"SecondPreset", 1, [] { return QText(DLG::kStr_KeysetPreset2Name); }, false},
                     ProposalCase{"ThirdPreset", 2, [] { return QText(DLG::kStr_KeysetPreset3Name); }, false},
                     ProposalCase{"UserSet", 3, [] { return QText(DLG::kStr_KeysetUserSetProposal); }, false},
                     ProposalCase{"SavedSetByItsName", 4, [] { return QStringLiteral("Late Night"); }, true}),
