@@ -128,36 +128,17 @@ std::size_t FindEntry(const KeysetList& inList, const std::wstring& inPath)
     return std::wstring::npos;
 }
 
-template <class Dialog, class Value>
-bool RunKeysetDialog(const std::wstring& inScriptFile, const Value& inValue, Value* outResult)
-{
-    std::stringstream script;
-    const UIF::Workspace* workspace = PrepareScriptDialog(inScriptFile, script);
-    if (!workspace) {
-        return false;
-    }
-    Dialog dialog(*workspace, inValue);
-    dialog.Run(script);
-    if (dialog.WasCancelled()) {
-        return false;
-    }
-    if constexpr (requires { dialog.Result(); }) {
-        *outResult = dialog.Result();
-    }
-    return true;
-}
-
 } // namespace
 
 bool AskKeysetName(std::wstring& ioName)
 {
-    return RunKeysetDialog<KeysetNameDialog>(L"KeySetNameDialog.vrel", ioName, &ioName);
+    return RunScriptDialog<KeysetNameDialog>(L"KeySetNameDialog.vrel", ioName);
 }
 
 bool ConfirmKeysetReplace(const std::wstring& inFileName)
 {
-    return RunKeysetDialog<KeysetReplaceConfirmDialog, std::wstring>(L"KeySetReplaceConfirmDialog.vrel", inFileName,
-                                                                     nullptr);
+    std::wstring fileName = inFileName;
+    return RunScriptDialog<KeysetReplaceConfirmDialog>(L"KeySetReplaceConfirmDialog.vrel", fileName);
 }
 
 std::wstring KeysetDisplayName(const UIF::ShortcutManager& inManager, std::size_t inIndex)

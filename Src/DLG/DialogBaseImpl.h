@@ -103,8 +103,8 @@ private:
 UIF::Workspace* PrepareScriptDialog(const std::wstring& inScriptFile, std::stringstream& outScript);
 
 // Runs the script dialog Dialog, made from the workspace and a copy of ioValues, and copies its
-// Result() into ioValues when the user confirmed. Returns whether they did; on cancel ioValues
-// stays as the caller passed it.
+// Result() (when it has one: a question has none) into ioValues when the user confirmed.
+// Returns whether they did; on cancel ioValues stays as the caller passed it.
 template <class Dialog, class Values>
 bool RunScriptDialog(const std::wstring& inScriptFile, Values& ioValues)
 {
@@ -118,7 +118,9 @@ bool RunScriptDialog(const std::wstring& inScriptFile, Values& ioValues)
     if (dialog.WasCancelled()) {
         return false;
     }
-    ioValues = dialog.Result();
+    if constexpr (requires { dialog.Result(); }) {
+        ioValues = dialog.Result();
+    }
     return true;
 }
 
