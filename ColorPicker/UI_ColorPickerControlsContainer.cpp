@@ -123,21 +123,22 @@ void UI_ColorPickerControlsContainer::BuildModeControls()
     mModeRadios = new zelui::controls::UI_RadioGroup(mSupplier, content);
     AddChild(mModeRadios, L"ModeRadioGroup", {kRadioColumn, 0, kRadioWidth, kContentHeight});
     for (std::size_t mode = 0; mode < kComponentFields.size(); ++mode) {
-        const ComponentField& spec = kComponentFields[mode];
+        const ComponentField& component = kComponentFields[mode];
         const int row = RowTop(static_cast<int>(mode));
         const Rect radioBounds{0, row, kRadioWidth, kRowHeight - 2};
-        const auto radio = mModeRadios->AddRadioButton(spec.radioID, KOR::Localize(spec.labelKey), radioBounds);
-        AddChild(radio, spec.radioID, radioBounds);
+        const auto radio =
+            mModeRadios->AddRadioButton(component.radioID, KOR::Localize(component.labelKey), radioBounds);
+        AddChild(radio, component.radioID, radioBounds);
         radio->SetAccessibleName(KOR::Localize(kAccessibleNames[mode]));
 
         auto field = boost::intrusive_ptr<UI_HotTextNumber>(new HotNumberControl(mSupplier, content));
         // A number control made in code starts disabled, for its owner to enable when it has a value.
         field->SetEnabled(true);
-        field->SetMinimum(spec.minimum);
-        field->SetMaximum(spec.maximum);
-        field->SetDecimalPlaces(spec.decimalPlaces);
+        field->SetMinimum(component.minimum);
+        field->SetMaximum(component.maximum);
+        field->SetDecimalPlaces(component.decimalPlaces);
         field->SetTextLabel(UnitOf(mode));
-        AddChild(field, spec.fieldID, {kFieldColumn, row, kFieldWidth, kRowHeight - 2});
+        AddChild(field, component.fieldID, {kFieldColumn, row, kFieldWidth, kRowHeight - 2});
         field->SetAccessibleName(KOR::Localize(kAccessibleNames[mode]));
         UI_HotTextNumber* raw = field.get();
         field->NotifyWhenChanged([this, raw] { HotTextNumberChanged(raw, kValueChangedMessage); });
