@@ -1,9 +1,12 @@
+#include <QFile>
 #include <QString>
 
 #include <algorithm>
+#include <cwctype>
 #include <array>
 #include <filesystem>
 #include <string_view>
+#include <vector>
 
 #include "KOR/Paths.h"
 
@@ -30,7 +33,155 @@ bool IsReservedDeviceName(const std::wstring& inName)
            upper[3] <= L'9';
 }
 
+constexpr std::wstring_view kSeparators = L"\\/";
+
+bool IsSeparator(wchar_t inCharacter) { return kSeparators.find(inCharacter) != std::wstring_view::npos; }
+
+std::filesystem::path NativePath(const std::wstring& inPath)
+{
+    return std::filesystem::path(QFile::encodeName(QString::fromStdWString(inPath)).toStdString());
+}
+
+// A path cut into its root ("/", "C:", "\\\\server\\share" or empty for a relative path) and its
+// named steps.
+struct PathSteps {
+    std::wstring root;
+    std::vector<std::wstring> steps;
+};
+
+std::size_t RootLength(const std::wstring& inPath)
+{
+    if (inPath.size() >= 2 && IsSeparator(inPath[0]) && IsSeparator(inPath[1])) {
+        // A share: two separators, the server, one separator, the share name.
+        std::size_t end = inPath.find_first_of(kSeparators, 2);
+        end = end == std::wstring::npos ? inPath.size() : inPath.find_first_of(kSeparators, end + 1);
+        return end == std::wstring::npos ? inPath.size() : end;
+    }
+    if (inPath.size() >= 2 && inPath[1] == L':' && std::iswalpha(inPath[0])) {
+        return 2;
+    }
+    return !inPath.empty() && IsSeparator(inPath[0]) ? 1 : 0;
+}
+
+PathSteps SplitPath(const std::wstring& inPath)
+{
+    PathSteps split;
+    const std::size_t rootLength = RootLength(inPath);
+    split.root = inPath.substr(0, rootLength);
+    std::size_t start = rootLength;
+    while (start < inPath.size()) {
+        std::size_t end = inPath.find_first_of(kSeparators, start);
+        if (end == std::wstring::npos) {
+            end = inPath.size();
+        }
+        if (end > start) {
+            split.steps.push_back(inPath.substr(start, end - start));
+        }
+        start = end + 1;
+    }
+    return split;
+}
+
+bool IsAbsolute(const std::wstring& inRoot)
+{
+    return !inRoot.empty() && (IsSeparator(inRoot.back()) || inRoot.size() > 2 || inRoot.back() == L':');
+}
+
+bool SameRoot(const std::wstring& inFirst, const std::wstring& inSecond)
+{
+    // Drive letters name the same drive in either case; "/" and "\\" are one root.
+    if (inFirst.size() != inSecond.size()) {
+        return false;
+    }
+    return std::equal(inFirst.begin(), inFirst.end(), inSecond.begin(), [](wchar_t a, wchar_t b) {
+        return std::towupper(a) == std::towupper(b) || (IsSeparator(a) && IsSeparator(b));
+    });
+}
+
+wchar_t SeparatorOf(const std::wstring& inPath)
+{
+    const std::size_t at = inPath.find_first_of(kSeparators);
+    return at == std::wstring::npos ? L'/' : inPath[at];
+}
+
 } // namespace
+
+std::wstring GetFullDirectoryPart(const std::wstring& inPath)
+{
+    const std::size_t separator = inPath.find_last_of(kSeparators);
+    return separator == std::wstring::npos ? std::wstring() : inPath.substr(0, separator + 1);
+}
+
+bool IsDirectory(const std::wstring& inPath)
+{
+    std::error_code error;
+    return !inPath.empty() && std::filesystem::is_directory(NativePath(inPath), error);
+}
+
+std::wstring CombinePaths(const std::wstring& inBase, const std::wstring& inRelative)
+{
+    PathSteps combined = SplitPath(inBase);
+    for (const std::wstring& step : SplitPath(inRelative).steps) {
+        if (step == L"..") {
+            if (!combined.steps.empty()) {
+                combined.steps.pop_back();
+            }
+        } else if (step != L".") {
+            combined.steps.push_back(step);
+        }
+    }
+    const wchar_t separator = SeparatorOf(inBase);
+    std::wstring path = combined.root;
+    if (!path.empty() && !IsSeparator(path.back()) && RootLength(inBase) < inBase.size()) {
+        path += separator;
+    }
+    for (std::size_t i = 0; i < combined.steps.size(); ++i) {
+        path += (i == 0 ? L"" : std::wstring(1, separator)) + combined.steps[i];
+    }
+    return path;
+}
+
+bool ArePathsRelative(const std::wstring& inFrom, const std::wstring& inTo, std::wstring& outRelative)
+{
+    const PathSteps from = SplitPath(GetFullDirectoryPart(inFrom));
+    const PathSteps to = SplitPath(inTo);
+    if (!IsAbsolute(from.root) || !SameRoot(from.root, to.root) || to.steps.empty()) {
+        return false;
+    }
+    std::size_t common = 0;
+    while (common < from.steps.size() && common + 1 < to.steps.size() && from.steps[common] == to.steps[common]) {
+        ++common;
+    }
+    const wchar_t separator = SeparatorOf(inTo);
+    std::wstring relative;
+    for (std::size_t i = common; i < from.steps.size(); ++i) {
+        relative += L"..";
+        relative += separator;
+    }
+    for (std::size_t i = common; i < to.steps.size(); ++i) {
+        relative += to.steps[i] + (i + 1 < to.steps.size() ? std::wstring(1, separator) : std::wstring());
+    }
+    outRelative = relative;
+    return true;
+}
+
+bool ListFolderNames(const std::wstring& inFolder, std::vector<std::wstring>& outNames)
+{
+    std::error_code error;
+    std::filesystem::directory_iterator entry(NativePath(inFolder), error);
+    if (error) {
+        return false;
+    }
+    outNames.clear();
+    for (; entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        if (error) {
+            return false;
+        }
+        const std::string& native = entry->path().filename().native();
+        outNames.push_back(QFile::decodeName(QByteArray::fromRawData(native.data(), static_cast<qsizetype>(native.size()))).toStdWString());
+    }
+    return !error;
+}
 
 std::wstring GetFilePart(const std::wstring& inPath)
 {

@@ -37,4 +37,9 @@ inline constexpr unsigned int kStr_AboutVersion = 11621;
 inline constexpr unsigned int kStr_AboutLicensedTo = 11622;
 inline constexpr unsigned int kStr_AboutCopyright = 11623;
 
+
+// The file chosen for a missing item cannot be used.
+inline constexpr unsigned int kStr_RelinkUnusableMessage = 11551;
+inline constexpr unsigned int kStr_RelinkUnusableFileColumn = 11552;
+inline constexpr unsigned int kStr_RelinkUnusableProblemColumn = 11553;
 } // namespace DLG

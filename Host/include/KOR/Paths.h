@@ -34,6 +34,21 @@ HOST_API bool IsSameFile(const std::wstring& inFirst, const std::wstring& inSeco
 HOST_API std::wstring GetDisplayStringFromPath(const std::wstring& inPath);
 // The full paths of the files in inDirectory whose names end in inSuffix, sorted by name.
 HOST_API std::vector<std::wstring> ListFiles(const std::wstring& inDirectory, const std::wstring& inSuffix);
+// The folder of inPath with its trailing separator ("/media/a.mov" gives "/media/"); empty when
+// inPath has no backslash or "/".
+HOST_API std::wstring GetFullDirectoryPart(const std::wstring& inPath);
+// Whether inPath names an existing folder (links followed).
+HOST_API bool IsDirectory(const std::wstring& inPath);
+// inBase followed by inRelative with one separator between them, the "." and ".." steps of
+// inRelative resolved against inBase (never above its root).
+HOST_API std::wstring CombinePaths(const std::wstring& inBase, const std::wstring& inRelative);
+// Whether inTo can be reached from the folder of inFrom: both absolute, on the same root (the
+// same drive or share). outRelative receives the way, "sub/b.wav" or "../other/c.wav", written
+// with the separator that inTo uses.
+HOST_API bool ArePathsRelative(const std::wstring& inFrom, const std::wstring& inTo, std::wstring& outRelative);
+// The names in inFolder as the file system lists them, without "." and ".."; false when the
+// folder cannot be read.
+HOST_API bool ListFolderNames(const std::wstring& inFolder, std::vector<std::wstring>& outNames);
 } // namespace PathUtils
 
 // Reads a whole UTF-8 text file; false when it cannot be read.
