@@ -3,10 +3,12 @@
 #include <QString>
 
 #include <memory>
+#include <mutex>
 
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
+#include <libavutil/log.h>
 #include <libavutil/mathematics.h>
 }
 
@@ -81,6 +83,13 @@ bool HasNeededStreams(const MediaInfo& inInfo, NeededStreams inNeeds)
     return inInfo.hasVideo || inInfo.hasAudio;
 }
 
+// FFmpeg's own complaints about a file would go to the terminal; the result says enough.
+void SilenceFFmpegLog()
+{
+    static std::once_flag once;
+    std::call_once(once, [] { av_log_set_level(AV_LOG_QUIET); });
+}
+
 std::int32_t OpenFailure(const QFileInfo& inFile)
 {
     if (!inFile.exists()) {
@@ -99,6 +108,7 @@ std::int32_t GetInfoAboutMediaFile(const std::wstring& inPath, MediaInfo& outInf
     if (!file.exists() || !file.isReadable() || file.isDir()) {
         return file.isDir() ? kImporterResult_UnsupportedFormat : OpenFailure(file);
     }
+    SilenceFFmpegLog();
     AVFormatContext* opened = nullptr;
     const QByteArray path = QFile::encodeName(file.filePath());
     if (avformat_open_input(&opened, path.constData(), nullptr, nullptr) < 0) {
