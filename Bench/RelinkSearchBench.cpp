@@ -23,7 +23,7 @@ struct Tree {
         for (int f = 0; f < kFolders; ++f) {
             const QString folder = root.filePath(QStringLiteral("folder%1").arg(f, 3, 10, QLatin1Char('0')));
             QDir().mkpath(folder);
-            folders.insert(QDir(folder).filePath(QString()).toStdWString());
+            folders.insert(folder.toStdWString());
             for (int n = 0; n < kFilesPerFolder; ++n) {
                 QFile(QStringLiteral("%1/shot_%2_%3.mov").arg(folder).arg(f).arg(n)).open(QIODevice::WriteOnly);
             }
@@ -89,7 +89,7 @@ void WholeAutomaticSearch(benchmark::State& ioState)
     for (auto _ : ioState) {
         DLG::LocateLogic logic(true);
         for (const std::wstring& folder : tree.folders) {
-            logic.Link(items.front(), folder + L"first.mov");
+            logic.Link(items.front(), folder + L"/first.mov");
         }
         logic.LocateOthers(items, 1);
         linked = logic.Moves().size();

@@ -109,7 +109,10 @@ wchar_t SeparatorOf(const std::wstring& inPath)
 std::wstring GetFullDirectoryPart(const std::wstring& inPath)
 {
     const std::size_t separator = inPath.find_last_of(kSeparators);
-    return separator == std::wstring::npos ? std::wstring() : inPath.substr(0, separator + 1);
+    if (separator == std::wstring::npos) {
+        return {};
+    }
+    return separator == 0 ? inPath.substr(0, 1) : inPath.substr(0, separator);
 }
 
 bool IsDirectory(const std::wstring& inPath)

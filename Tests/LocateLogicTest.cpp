@@ -36,7 +36,7 @@ struct Item {
 class Relink : public testing::Test {
 protected:
     std::wstring At(const QString& inRelative) const { return mRoot.filePath(inRelative).toStdWString(); }
-    std::wstring Folder(const QString& inRelative) const { return At(inRelative) + L"/"; }
+    std::wstring Folder(const QString& inRelative) const { return At(inRelative); }
     void Touch(const QString& inRelative) const
     {
         QDir().mkpath(QFileInfo(mRoot.filePath(inRelative)).path());

@@ -85,8 +85,9 @@ TEST_F(MediaProbe, RefusesWhatIsNoMediaOrLacksANeededStream)
 TEST(RelinkPaths, SplitJoinAndRelate)
 {
     using namespace KOR::PathUtils;
-    EXPECT_EQ(GetFullDirectoryPart(L"/media/a.mov"), L"/media/");
-    EXPECT_EQ(GetFullDirectoryPart(L"C:\\media\\a.mov"), L"C:\\media\\");
+    EXPECT_EQ(GetFullDirectoryPart(L"/media/a.mov"), L"/media");
+    EXPECT_EQ(GetFullDirectoryPart(L"/a.mov"), L"/");
+    EXPECT_EQ(GetFullDirectoryPart(L"C:\\media\\a.mov"), L"C:\\media");
     EXPECT_EQ(GetFullDirectoryPart(L"a.mov"), L"");
 
     const std::vector<std::tuple<std::wstring, std::wstring, std::wstring>> joins = {

@@ -34,8 +34,8 @@ HOST_API bool IsSameFile(const std::wstring& inFirst, const std::wstring& inSeco
 HOST_API std::wstring GetDisplayStringFromPath(const std::wstring& inPath);
 // The full paths of the files in inDirectory whose names end in inSuffix, sorted by name.
 HOST_API std::vector<std::wstring> ListFiles(const std::wstring& inDirectory, const std::wstring& inSuffix);
-// The folder of inPath with its trailing separator ("/media/a.mov" gives "/media/"); empty when
-// inPath has no backslash or "/".
+// The folder part of a path: everything before its last backslash or "/" ("/" for a file at the
+// root); empty when it has neither.
 HOST_API std::wstring GetFullDirectoryPart(const std::wstring& inPath);
 // Whether inPath names an existing folder (links followed).
 HOST_API bool IsDirectory(const std::wstring& inPath);
