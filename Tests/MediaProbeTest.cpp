@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "KOR/Paths.h"
+#include "HostQt/SampleMovie.h"
 #include "TL/Media.h"
 #include "TestHost.h"
 
@@ -43,6 +44,19 @@ TEST_F(MediaProbe, DescribesAudioAndStills)
     EXPECT_EQ(tone.audioChannels, 2);
     EXPECT_EQ(tone.duration, KOR::Time(KOR::Time::kTicksPerSecond / 2));
     EXPECT_EQ(tone.audioCodec, L"pcm_s16le");
+
+    HostQt::SampleMovie movie;
+    movie.frameRate = KOR::kFrameRate_NTSC2997;
+    movie.frames = 30;
+    ASSERT_TRUE(HostQt::WriteSampleMovie(mRoot.filePath("shot.mov"), movie));
+    TL::MediaInfo shot;
+    ASSERT_EQ(TL::Media::GetInfoAboutMediaFile(At("shot.mov"), shot, TL::NeededStreams::kVideoAndAudio),
+              TL::kImporterResult_OK);
+    EXPECT_EQ(shot.videoCodec, L"mpeg4");
+    EXPECT_EQ(shot.audioCodec, L"aac");
+    EXPECT_EQ(shot.frameRate, KOR::kFrameRate_NTSC2997);
+    EXPECT_EQ(shot.width, 320);
+    EXPECT_NEAR(shot.duration.Seconds(), 30 * 1001 / 30000.0, 0.05);
 
     TL::MediaInfo image;
     ASSERT_EQ(TL::Media::GetInfoAboutMediaFile(At("still.png"), image), TL::kImporterResult_OK);
