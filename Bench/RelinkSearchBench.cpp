@@ -6,7 +6,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include "DLG/LocateFileDialogLogic.h"
 
@@ -16,17 +15,19 @@ constexpr int kFolders = 100;
 constexpr int kFilesPerFolder = 1000;
 constexpr int kMissingItems = 10000;
 
-// The tree on disk, made once for the whole run.
+// The tree on disk. Making 100,000 files takes a while, so it is kept in the temporary folder
+// between runs and made again only when it is incomplete.
 struct Tree {
-    Tree()
+    Tree() : root(QDir::temp().filePath(QStringLiteral("tarvix-relink-bench")))
     {
+        const QString complete = QDir(root).filePath(QStringLiteral("complete"));
+        if (!QFile::exists(complete)) {
+            QDir(root).removeRecursively();
+            Make();
+            QFile(complete).open(QIODevice::WriteOnly);
+        }
         for (int f = 0; f < kFolders; ++f) {
-            const QString folder = root.filePath(QStringLiteral("folder%1").arg(f, 3, 10, QLatin1Char('0')));
-            QDir().mkpath(folder);
-            folders.insert(folder.toStdWString());
-            for (int n = 0; n < kFilesPerFolder; ++n) {
-                QFile(QStringLiteral("%1/shot_%2_%3.mov").arg(folder).arg(f).arg(n)).open(QIODevice::WriteOnly);
-            }
+            folders.insert(FolderPath(f).toStdWString());
         }
         // Every tenth missing name lies in one of the folders, the rest nowhere.
         for (int i = 0; i < kMissingItems; ++i) {
@@ -37,7 +38,22 @@ struct Tree {
         }
     }
 
-    QTemporaryDir root;
+    QString FolderPath(int inIndex) const
+    {
+        return QDir(root).filePath(QStringLiteral("folder%1").arg(inIndex, 3, 10, QLatin1Char('0')));
+    }
+
+    void Make() const
+    {
+        for (int f = 0; f < kFolders; ++f) {
+            QDir().mkpath(FolderPath(f));
+            for (int n = 0; n < kFilesPerFolder; ++n) {
+                QFile(QStringLiteral("%1/shot_%2_%3.mov").arg(FolderPath(f)).arg(f).arg(n)).open(QIODevice::WriteOnly);
+            }
+        }
+    }
+
+    QString root;
     DLG::FolderSet folders;
     std::vector<std::wstring> names;
 };
@@ -67,7 +83,7 @@ void ListedFolders(benchmark::State& ioState)
     const Tree& tree = TheTree();
     const DLG::FolderQueries disk;
     for (auto _ : ioState) {
-        DLG::FolderNameSearch search(disk);
+        DLG::FolderNameSearch search(disk, tree.names);
         std::size_t found = 0;
         for (const std::wstring& name : tree.names) {
             found += search.Search(tree.folders, name).count;

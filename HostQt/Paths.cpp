@@ -1,10 +1,14 @@
 #include <QFile>
 #include <QString>
 
+#include <dirent.h>
+
 #include <algorithm>
-#include <cwctype>
 #include <array>
+#include <cerrno>
+#include <cwctype>
 #include <filesystem>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -170,20 +174,26 @@ bool ArePathsRelative(const std::wstring& inFrom, const std::wstring& inTo, std:
 
 bool ListFolderNames(const std::wstring& inFolder, std::vector<std::wstring>& outNames)
 {
-    std::error_code error;
-    std::filesystem::directory_iterator entry(NativePath(inFolder), error);
-    if (error) {
+    // readdir rather than a directory iterator: the search lists thousands of names and needs
+    // nothing but the names.
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(NativePath(inFolder).c_str()), closedir);
+    if (!folder) {
         return false;
     }
     outNames.clear();
-    for (; entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        if (error) {
-            return false;
+    errno = 0;
+    while (const dirent* entry = readdir(folder.get())) {
+        const std::string_view name(entry->d_name);
+        if (name == "." || name == "..") {
+            continue;
         }
-        const std::string& native = entry->path().filename().native();
-        outNames.push_back(QFile::decodeName(QByteArray::fromRawData(native.data(), static_cast<qsizetype>(native.size()))).toStdWString());
+        if (std::all_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
+            outNames.emplace_back(name.begin(), name.end());
+        } else {
+            outNames.push_back(QFile::decodeName(entry->d_name).toStdWString());
+        }
     }
-    return !error;
+    return errno == 0;
 }
 
 std::wstring GetFilePart(const std::wstring& inPath)

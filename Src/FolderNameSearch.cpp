@@ -16,11 +16,11 @@ bool IsPrintableAscii(const std::wstring& inName)
 }
 
 // Names that equal each other ignoring ASCII case share a key.
-std::wstring ComparisonKey(const std::wstring& inName)
+std::wstring ComparisonKey(std::wstring inName)
 {
-    std::wstring key = inName;
-    std::transform(key.begin(), key.end(), key.begin(), [](wchar_t c) { return c >= L'A' && c <= L'Z' ? c + 32 : c; });
-    return key;
+    std::transform(inName.begin(), inName.end(), inName.begin(),
+                   [](wchar_t c) { return c >= L'A' && c <= L'Z' ? c + 32 : c; });
+    return inName;
 }
 
 bool ComesFirst(const std::wstring* inFirst, const std::wstring* inSecond) { return *inFirst < *inSecond; }
@@ -60,9 +60,19 @@ NameSearchResult SearchFoldersLiterally(const FolderSet& inFolders, const std::w
     return result;
 }
 
+FolderNameSearch::FolderNameSearch(const FolderQueries& inQueries, const std::vector<std::wstring>& inNames)
+    : mQueries(inQueries)
+{
+    for (const std::wstring& name : inNames) {
+        if (IsPlainName(name)) {
+            mWantedKeys.insert(ComparisonKey(name));
+        }
+    }
+}
+
 NameSearchResult FolderNameSearch::Search(const FolderSet& inFolders, const std::wstring& inFileName)
 {
-    if (!IsPlainName(inFileName)) {
+    if (!IsPlainName(inFileName) || !mWantedKeys.contains(ComparisonKey(inFileName))) {
         return SearchFoldersLiterally(inFolders, inFileName, mQueries);
     }
     IndexNewFolders(inFolders);
@@ -99,11 +109,10 @@ void FolderNameSearch::IndexFolder(const std::wstring& inFolder)
         mUnsureFolders.push_back(folder);
         return;
     }
-    for (const std::wstring& name : names) {
-        std::vector<const std::wstring*>& folders = mFoldersByKey[ComparisonKey(name)];
-        // Names equal ignoring case may share a folder on a case-sensitive file system.
-        if (folders.empty() || folders.back() != folder) {
-            folders.push_back(folder);
+    for (std::wstring& name : names) {
+        std::wstring key = ComparisonKey(std::move(name));
+        if (mWantedKeys.contains(key)) {
+            mFoldersByKey.emplace(std::move(key), folder);
         }
     }
 }
@@ -112,11 +121,14 @@ std::vector<const std::wstring*> FolderNameSearch::FoldersToAsk(const FolderSet&
                                                                 const std::wstring& inFileName) const
 {
     std::vector<const std::wstring*> folders = mUnsureFolders;
-    if (const auto holding = mFoldersByKey.find(ComparisonKey(inFileName)); holding != mFoldersByKey.end()) {
-        folders.insert(folders.end(), holding->second.begin(), holding->second.end());
+    const auto [first, last] = mFoldersByKey.equal_range(ComparisonKey(inFileName));
+    for (auto holding = first; holding != last; ++holding) {
+        folders.push_back(holding->second);
     }
     std::erase_if(folders, [&](const std::wstring* f) { return !inFolders.contains(*f); });
+    // A folder holding names equal but for case is asked once.
     std::sort(folders.begin(), folders.end(), ComesFirst);
+    folders.erase(std::unique(folders.begin(), folders.end()), folders.end());
     return folders;
 }
 

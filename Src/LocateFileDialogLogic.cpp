@@ -39,6 +39,16 @@ NameSearchResult SearchRemembered(FolderNameSearch& ioSearch, const FolderSet& i
     return result;
 }
 
+// The names the automatic search will look for: those of the items it walks.
+std::vector<std::wstring> FileNamesOf(const std::vector<FileRelinkerRef>& inItems, std::size_t inStartIndex)
+{
+    std::vector<std::wstring> names;
+    for (std::size_t index = inStartIndex; index < inItems.size(); ++index) {
+        names.push_back(KOR::PathUtils::GetFilePart(inItems[index]->GetFilePath()));
+    }
+    return names;
+}
+
 } // namespace
 
 ILinkLocateLogic::~ILinkLocateLogic() = default;
@@ -93,7 +103,7 @@ void LocateLogic::Link(const FileRelinkerRef& inItem, const std::wstring& inFull
 
 void LocateLogic::LocateOthers(const std::vector<FileRelinkerRef>& inItems, std::size_t inStartIndex)
 {
-    FolderNameSearch search(mQueries);
+    FolderNameSearch search(mQueries, FileNamesOf(inItems, inStartIndex));
     for (std::size_t index = inStartIndex; index < inItems.size(); ++index) {
         const FileRelinkerRef item = inItems[index];
         if (mAutoLocate && IsPassedOver(*item)) {

@@ -4,6 +4,8 @@
 #include <set>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace DLG {
@@ -44,7 +46,9 @@ NameSearchResult SearchFoldersLiterally(const FolderSet& inFolders, const std::w
 // the user chooses a file. The folder set may only grow between calls.
 class FolderNameSearch {
 public:
-    explicit FolderNameSearch(const FolderQueries& inQueries) : mQueries(inQueries) {}
+    // inNames: the names the search will be asked about. Only those are kept from the listings;
+    // another name is asked of every folder.
+    FolderNameSearch(const FolderQueries& inQueries, const std::vector<std::wstring>& inNames);
 
     NameSearchResult Search(const FolderSet& inFolders, const std::wstring& inFileName);
 
@@ -54,9 +58,10 @@ private:
     std::vector<const std::wstring*> FoldersToAsk(const FolderSet& inFolders, const std::wstring& inFileName) const;
 
     const FolderQueries& mQueries;
+    std::unordered_set<std::wstring> mWantedKeys;
     std::set<std::wstring> mIndexed;
     // By the name's comparison key: the folders whose listing holds a name of that key.
-    std::unordered_map<std::wstring, std::vector<const std::wstring*>> mFoldersByKey;
+    std::unordered_multimap<std::wstring, const std::wstring*> mFoldersByKey;
     // Folders whose listing can't rule a name out: unreadable, or holding names that another
     // spelling might reach.
     std::vector<const std::wstring*> mUnsureFolders;
