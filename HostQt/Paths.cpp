@@ -58,6 +58,34 @@ bool IsSameFile(const std::wstring& inFirst, const std::wstring& inSecond)
     return std::filesystem::equivalent(std::filesystem::path(inFirst), std::filesystem::path(inSecond), error);
 }
 
+bool IsDirectory(const std::wstring& inPath)
+{
+    std::error_code error;
+    return !inPath.empty() && std::filesystem::is_directory(std::filesystem::path(inPath), error);
+}
+
+bool IsValidPath(const std::wstring& inPath)
+{
+    return !inPath.empty() && inPath.find(L'\0') == std::wstring::npos &&
+           std::filesystem::path(inPath).is_absolute();
+}
+
+std::wstring GetFullDirectoryPart(const std::wstring& inPath)
+{
+    const std::size_t separator = inPath.find_last_of(L"\\/");
+    if (separator == std::wstring::npos) {
+        return {};
+    }
+    return separator == 0 ? inPath.substr(0, 1) : inPath.substr(0, separator);
+}
+
+std::wstring GetExtensionPart(const std::wstring& inPath)
+{
+    const std::wstring file = GetFilePart(inPath);
+    const std::size_t dot = file.find_last_of(L'.');
+    return dot == std::wstring::npos ? std::wstring() : file.substr(dot);
+}
+
 } // namespace PathUtils
 
 } // namespace KOR
