@@ -64,7 +64,7 @@ void MakeSamples(const QDir& inFolder)
     }
     WriteStill(inFolder.filePath(QStringLiteral("Title card.png")), 0, QColor(0x30, 0x30, 0x30));
     WriteTone(inFolder.filePath(QStringLiteral("Interview.wav")));
-    QFile(inFolder.filePath(QStringLiteral("Shot list.txt"))).open(QIODevice::WriteOnly);
+    QFile(inFolder.filePath(QStringLiteral("Shot list.pdf"))).open(QIODevice::WriteOnly);
     inFolder.mkdir(QStringLiteral("Stills folder"));
     const QDir stills(inFolder.filePath(QStringLiteral("Stills folder")));
     for (int still = 1; still <= 3; ++still) {

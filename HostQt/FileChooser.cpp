@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QFileSystemModel>
 #include <QGridLayout>
@@ -127,6 +128,20 @@ std::wstring SelectionText(const QStringList& inPaths)
     return text;
 }
 
+// Names a file's type by its extension ("PNG File"), as the system dialogs' lists do. Qt's own
+// provider asks the MIME database about every file, which is most of the time a large folder takes.
+class ExtensionTypes : public QFileIconProvider {
+public:
+    QString type(const QFileInfo& inInfo) const override
+    {
+        if (!inInfo.isFile()) {
+            return QFileIconProvider::type(inInfo);
+        }
+        const QString suffix = inInfo.suffix().toUpper();
+        return suffix.isEmpty() ? QStringLiteral("File") : suffix + QStringLiteral(" File");
+    }
+};
+
 class ChooserDialog : public QFileDialog, public UIF::FileChooserWindow {
 public:
     ChooserDialog(const UIF::FileChooserRequest& inRequest, UIF::FileChooserCustomizer* inCustomizer,
@@ -156,6 +171,7 @@ public:
         if (!inRequest.initialName.empty()) {
             selectFile(ToQ(inRequest.initialName));
         }
+        mFilter = PrepareChooserList(*this, mCustomizer);
         if (mCustomizer) {
             Customize();
         }
@@ -248,8 +264,6 @@ private:
     // The proxy goes in first: it brings a new selection model, which the notices follow.
     void Customize()
     {
-        mFilter = new ChooserListFilter(*mCustomizer, this);
-        setProxyModel(mFilter);
         connect(ListView()->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
             ShowSelectionInNameBox();
             mCustomizer->OnSelChange(*this);
@@ -405,6 +419,18 @@ bool ChooserListFilter::filterAcceptsRow(int inRow, const QModelIndex& inParent)
                                           : model->fileInfo(index).isSymLink() ? UIF::FileChooserItemKind::kLink
                                                                                : UIF::FileChooserItemKind::kFile;
     return mCustomizer.KeepListItem(model->fileName(index).toStdWString(), kind);
+}
+
+ChooserListFilter* PrepareChooserList(QFileDialog& ioDialog, const UIF::FileChooserCustomizer* inCustomizer)
+{
+    static ExtensionTypes types;
+    ioDialog.setIconProvider(&types);
+    if (!inCustomizer) {
+        return nullptr;
+    }
+    auto* filter = new ChooserListFilter(*inCustomizer, &ioDialog);
+    ioDialog.setProxyModel(filter);
+    return filter;
 }
 
 std::unique_ptr<UIF::FileChooserService> MakeFileChooserService(Workspace& inWorkspace)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFileDialog>
 #include <QSortFilterProxyModel>
 
 #include <memory>
@@ -28,6 +29,10 @@ protected:
 private:
     const UIF::FileChooserCustomizer& mCustomizer;
 };
+
+// Sets a Qt file dialog up as the host's chooser lists files: types named by extension and, with
+// a customiser, its list filter (returned; null without one).
+ChooserListFilter* PrepareChooserList(QFileDialog& ioDialog, const UIF::FileChooserCustomizer* inCustomizer);
 
 // Registers the host's importer registry class; Unregister puts back what it replaced.
 void RegisterImporterRegistry();

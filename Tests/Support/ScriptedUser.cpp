@@ -199,6 +199,9 @@ Step& Step::SelectItems(const QStringList& inNames)
                 outFailures << QStringLiteral("%1 does not list \"%2\"").arg(inWindow.objectName(), inNames[at]);
                 return;
             }
+            // Whatever the listing brought with the item (its sorting, say) settles first.
+            QCoreApplication::processEvents();
+            item = ListItem(*list, inNames[at]);
             list->scrollTo(item);
             QTest::mouseClick(list->viewport(), Qt::LeftButton, at == 0 ? Qt::NoModifier : Qt::ControlModifier,
                               list->visualRect(item).center());
