@@ -37,6 +37,7 @@
 #include "UIF/ShortcutManager.h"
 #include "ScriptedUser.h"
 #include "StartupDemo.h"
+#include "ImportDemo.h"
 
 namespace Demo {
 
@@ -396,6 +397,8 @@ const std::vector<DemoDialog>& DemoDialogs()
                  .Press(Qt::Key_Down)
                  .Click(QStringLiteral("okButton"));
          }},
+        // Pictured by the gallery in each state of its panel.
+        {QStringLiteral("Import files"), QStringLiteral("ImportFileDialog"), &OpenImportFiles, {}},
     };
     return dialogs;
 }

@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "DemoWindow.h"
+#include "ImportDemo.h"
 #include "ScriptedUser.h"
 #include "zelcore/Error.h"
 
@@ -39,7 +40,8 @@ QString Attempt(const std::function<QString()>& inOpen)
 const DemoDialog& FindDialog(const QString& inTitle)
 {
     const auto& dialogs = DemoDialogs();
-    return *std::find_if(dialogs.begin(), dialogs.end(), [&](const DemoDialog& inDialog) { return inDialog.title == inTitle; });
+    return *std::find_if(dialogs.begin(), dialogs.end(),
+                         [&](const DemoDialog& inDialog) { return inDialog.title == inTitle; });
 }
 
 // Waits until the operation holds at its pause point and the dialog has shown what it posted
@@ -100,6 +102,44 @@ void AddColorPickerEntries(std::vector<GalleryEntry>& ioEntries, DemoState& ioSt
                                  .Press(Qt::Key_Return);
                          },
                          [&picker, &ioState, &inWorkspace] { return picker.open(ioState, inWorkspace); }});
+}
+
+// The import dialog: one file, several, a numbered still sequence with its run described, and a
+// folder by the import-folder button; each into the sample project.
+void AddImportEntries(std::vector<GalleryEntry>& ioEntries, DemoState& ioState, HostQt::Workspace& inWorkspace)
+{
+    using Script = std::function<void(TestSupport::Step&, const QDir&)>;
+    const auto grab = [](const QDir& inDir, const char* inName) { return inDir.filePath(QString::fromLatin1(inName)); };
+    const std::pair<const char*, Script> entries[] = {
+        {"Import one file",
+         [grab](TestSupport::Step& ioStep, const QDir& inDir) {
+             ioStep.SelectItems({QStringLiteral("Title card.png")}).Grab(grab(inDir, "ImportFileDialog.png")).Confirm();
+         }},
+        {"Import several files",
+         [](TestSupport::Step& ioStep, const QDir&) {
+             ioStep.SelectItems({QStringLiteral("Interview.wav"), QStringLiteral("Title card.png")}).Confirm();
+         }},
+        {"Import a numbered still sequence",
+         [grab](TestSupport::Step& ioStep, const QDir& inDir) {
+             ioStep.SelectItems({QStringLiteral("Harbour_0007.png")})
+                 .Click(QStringLiteral("numberedStillsCheckbox"))
+                 .Grab(grab(inDir, "ImportFileDialog-NumberedStills.png"))
+                 .Confirm();
+         }},
+        {"Import a folder",
+         [grab](TestSupport::Step& ioStep, const QDir& inDir) {
+             ioStep.SelectItems({QStringLiteral("Stills folder")})
+                 .Grab(grab(inDir, "ImportFileDialog-Folder.png"))
+                 .Click(QStringLiteral("importFolderButton"));
+         }},
+    };
+    for (const auto& [title, script] : entries) {
+        ioEntries.push_back({QString::fromLatin1(title),
+                             [script](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+                                 script(ioUser.On(QStringLiteral("ImportFileDialog")), inDir);
+                             },
+                             [&ioState, &inWorkspace] { return OpenImportFiles(ioState, inWorkspace); }});
+    }
 }
 
 std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorkspace)
@@ -185,6 +225,7 @@ std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorks
                        [&about, &ioState, &inWorkspace] { return about.open(ioState, inWorkspace); }});
     AddColorPickerEntries(entries, ioState, inWorkspace);
     AddOperationEntries(entries, ioState, inWorkspace);
+    AddImportEntries(entries, ioState, inWorkspace);
     return entries;
 }
 

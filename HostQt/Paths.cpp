@@ -222,6 +222,19 @@ bool IsSameFile(const std::wstring& inFirst, const std::wstring& inSecond)
     return std::filesystem::equivalent(std::filesystem::path(inFirst), std::filesystem::path(inSecond), error);
 }
 
+bool IsValidPath(const std::wstring& inPath)
+{
+    return !inPath.empty() && inPath.find(L'\0') == std::wstring::npos &&
+           std::filesystem::path(inPath).is_absolute();
+}
+
+std::wstring GetExtensionPart(const std::wstring& inPath)
+{
+    const std::wstring file = GetFilePart(inPath);
+    const std::size_t dot = file.find_last_of(L'.');
+    return dot == std::wstring::npos ? std::wstring() : file.substr(dot);
+}
+
 } // namespace PathUtils
 
 } // namespace KOR

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMessageBox>
@@ -21,6 +22,7 @@
 
 #include <boost/signals2/signal.hpp>
 #include "HostQt/Cursor.h"
+#include "HostQt/FileChooser.h"
 #include "HostQt/NodePeer.h"
 #include "HostQt/ProjectFile.h"
 #include "HostQt/ReferenceHost.h"
@@ -374,6 +376,48 @@ QJsonObject TimecodeObject(const BE::IProjectSettings& inSettings)
             {QStringLiteral("audioRate"), RateText(inSettings.GetAudioSettings()->GetSampleRate())}};
 }
 
+class Media : public KOR::RefCounted<BE::IMedia> {
+public:
+    Media(std::wstring inName, std::wstring inPath, int inStills)
+        : mName(std::move(inName)), mPath(std::move(inPath)), mStills(inStills)
+    {
+    }
+    std::wstring GetName() const override { return mName; }
+    std::wstring GetFilePath() const override { return mPath; }
+    int GetStillCount() const override { return mStills; }
+
+private:
+    std::wstring mName;
+    std::wstring mPath;
+    int mStills;
+};
+
+// "media": [{"name": ..., "path": ..., "stills": n}], "stills" only for a numbered sequence.
+std::vector<BE::MediaRef> ReadMedia(const QJsonArray& inItems)
+{
+    std::vector<BE::MediaRef> media;
+    for (const QJsonValue& item : inItems) {
+        const QJsonObject object = item.toObject();
+        media.emplace_back(new Media(object.value(QStringLiteral("name")).toString().toStdWString(),
+                                     object.value(QStringLiteral("path")).toString().toStdWString(),
+                                     object.value(QStringLiteral("stills")).toInt()));
+    }
+    return media;
+}
+
+QJsonArray WriteMedia(const std::vector<BE::MediaRef>& inMedia)
+{
+    QJsonArray items;
+    for (const BE::MediaRef& media : inMedia) {
+        QJsonObject object{{QStringLiteral("name"), ToQ(media->GetName())}, {QStringLiteral("path"), ToQ(media->GetFilePath())}};
+        if (media->GetStillCount() > 0) {
+            object.insert(QStringLiteral("stills"), media->GetStillCount());
+        }
+        items.append(object);
+    }
+    return items;
+}
+
 // A project as its file describes it. What the model does not cover (sequences, video clips)
 // is kept as it was read and written back when the project is saved.
 class Project : public KOR::RefCounted<BE::IProject> {
@@ -382,7 +426,8 @@ public:
         : mName(std::move(inName)), mPath(std::move(inPath)), mDocument(std::move(inDocument)),
           mSettings(new ProjectSettings(mDocument.value(QStringLiteral("timecode")).toObject())),
           mAudioClips(ReadAudioClips(mDocument.value(QStringLiteral("clips")).toArray())),
-          mColorMattes(ReadColorMattes(mDocument.value(QStringLiteral("colorMattes")).toArray()))
+          mColorMattes(ReadColorMattes(mDocument.value(QStringLiteral("colorMattes")).toArray())),
+          mMedia(ReadMedia(mDocument.value(QStringLiteral("media")).toArray()))
     {
     }
     std::wstring GetName() const override { return mName; }
@@ -390,6 +435,11 @@ public:
     KOR::InterfaceRef<BE::IProjectSettings> GetProjectSettings() const override { return mSettings; }
     std::vector<BE::AudioClipRef> GetAudioClips() const override { return mAudioClips; }
     std::vector<BE::ColorMatteRef> GetColorMattes() const override { return mColorMattes; }
+    std::vector<BE::MediaRef> GetMedia() const override { return mMedia; }
+    BE::MediaRef AddMedia(const std::wstring& inName, const std::wstring& inFilePath, int inStillCount) override
+    {
+        return mMedia.emplace_back(new Media(inName, inFilePath, inStillCount));
+    }
     long SaveToFile(const std::wstring& inFilePath, bool inAsCopy) override
     {
         const long result = WriteProjectFile(Document(), ToQ(inFilePath));
@@ -411,6 +461,9 @@ private:
             document.insert(QStringLiteral("colorMattes"),
                             WriteColorMattes(mDocument.value(QStringLiteral("colorMattes")).toArray(), mColorMattes));
         }
+        if (!mMedia.empty()) {
+            document.insert(QStringLiteral("media"), WriteMedia(mMedia));
+        }
         return document;
     }
 
@@ -420,6 +473,7 @@ private:
     KOR::InterfaceRef<BE::IProjectSettings> mSettings;
     std::vector<BE::AudioClipRef> mAudioClips;
     std::vector<BE::ColorMatteRef> mColorMattes;
+    std::vector<BE::MediaRef> mMedia;
 };
 
 class Sounds : public UIF::SoundService {
@@ -474,6 +528,7 @@ struct ReferenceHost::Services {
     OverrideCursors cursors;
     std::unique_ptr<ShortcutManager> shortcuts;
     HostApplication application;
+    std::unique_ptr<UIF::FileChooserService> fileChooser;
 };
 
 ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_unique<Services>())
@@ -502,6 +557,9 @@ ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_u
     mTable.shortcuts = mServices->shortcuts.get();
     mTable.application = &mServices->application;
     mTable.help = ReferenceHelpService();
+    mServices->fileChooser = MakeFileChooserService(mServices->workspace);
+    mTable.fileChooser = mServices->fileChooser.get();
+    RegisterImporterRegistry();
     mPrevious = KOR::Services();
     KOR::Services() = mTable;
 }
@@ -510,6 +568,7 @@ ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_u
 ReferenceHost::~ReferenceHost()
 {
     mServices->workQueue.Shutdown();
+    UnregisterImporterRegistry();
     KOR::Services() = mPrevious;
 }
 

@@ -92,6 +92,19 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
              std::string("DLG::QuickStart::kRecentDocumentProperty[abi:cxx11]"),
              "DLG::DoAboutDialog(" + wstring + " const&, " + wstring + " const&, " + wstring +
                  " const&, unsigned long)",
+             "DLG::AskOpenFile(" + wstring + " const&, " + wstring + "&, " + wstring + " const&, " + wstring +
+                 " const&, unsigned long, void*)",
+             "DLG::AskOpenFile(" + wstring + " const&, std::vector<" + wstring + ", std::allocator<" + wstring +
+                 " > >&, " + wstring + " const&, " + wstring + " const&, unsigned long, void*)",
+             "DLG::AskSaveFile(" + wstring + " const&, " + wstring + "&, " + wstring + " const&, " + wstring +
+                 " const&, unsigned long, void*)",
+             "DLG::AskFolderChooser(" + wstring + " const&, " + wstring + "&, " + wstring + " const&, " + wstring +
+                 " const&, unsigned long, void*)",
+             "DLG::ImportFileDialog::ImportFileDialog(wchar_t const*, unsigned int, wchar_t const*, std::set<" +
+                 wstring + ", std::less<" + wstring + " >, std::allocator<" + wstring + " > > const&, wchar_t const*)",
+             std::string("DLG::ImportFileDialog::DoModal(void*)"),
+             std::string("DLG::ImportFileDialog::OnImportFolder(UIF::FileChooserWindow&)"),
+             std::string("DLG::ImportFileDialog::OnSelChange(UIF::FileChooserWindow&)"),
              std::string("DLG::DoPatentAndLegalNoticesDialog()"),
          }) {
         EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;

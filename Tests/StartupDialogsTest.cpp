@@ -273,7 +273,8 @@ TEST(AboutDialog, ShowsItsTextsAndOpensTheNoticesOfEveryFile)
     TestSupport::TestHost host(true);
     const QDir notices(QStringLiteral(TARVIX_SOURCE_DIR "/Strings/Notices"));
     const QStringList files = notices.entryList({QStringLiteral("*.txt")}, QDir::Files, QDir::Name);
-    ASSERT_EQ(files, QStringList({QStringLiteral("Boost.txt"), QStringLiteral("Qt.txt")}));
+    ASSERT_EQ(files,
+              QStringList({QStringLiteral("Boost.txt"), QStringLiteral("FFmpeg.txt"), QStringLiteral("Qt.txt")}));
     CheckedUser user;
     user.On(QStringLiteral("aboutDialog"))
         .Inspect([](QWidget& inWindow) {

@@ -37,9 +37,15 @@ inline constexpr unsigned int kStr_AboutVersion = 11621;
 inline constexpr unsigned int kStr_AboutLicensedTo = 11622;
 inline constexpr unsigned int kStr_AboutCopyright = 11623;
 
+inline constexpr unsigned int kStr_ImportNumberedStills = 11056;
+inline constexpr unsigned int kStr_ImportFolder = 11057;
+inline constexpr unsigned int kStr_ImportRunWithGaps = 11700;
+inline constexpr unsigned int kStr_ImportRunComplete = 11701;
+inline constexpr unsigned int kStr_ImportRunSingle = 11702;
 
 // The file chosen for a missing item cannot be used.
 inline constexpr unsigned int kStr_RelinkUnusableMessage = 11551;
 inline constexpr unsigned int kStr_RelinkUnusableFileColumn = 11552;
 inline constexpr unsigned int kStr_RelinkUnusableProblemColumn = 11553;
+
 } // namespace DLG

@@ -3,7 +3,11 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDialog>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QRadioButton>
@@ -157,6 +161,94 @@ Step& Step::Grab(const QString& inPngPath)
     mActions.push_back([inPngPath](QWidget& inWindow, QStringList& outFailures) {
         if (!inWindow.grab().save(inPngPath, "PNG")) {
             outFailures << QStringLiteral("could not save %1").arg(inPngPath);
+        }
+    });
+    return *this;
+}
+
+namespace {
+
+constexpr int kListingWaitMs = 20000;
+
+// The row of the list's folder that shows inName; invalid while the listing has not brought it.
+QModelIndex ListItem(const QListView& inList, const QString& inName)
+{
+    const QAbstractItemModel* model = inList.model();
+    const QModelIndex root = inList.rootIndex();
+    for (int row = 0; row < model->rowCount(root); ++row) {
+        const QModelIndex index = model->index(row, 0, root);
+        if (index.data().toString() == inName) {
+            return index;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+Step& Step::SelectItems(const QStringList& inNames)
+{
+    mActions.push_back([inNames](QWidget& inWindow, QStringList& outFailures) {
+        auto* list = qobject_cast<QListView*>(FindControl(inWindow, QStringLiteral("listView"), outFailures));
+        if (!list) {
+            return;
+        }
+        for (qsizetype at = 0; at < inNames.size(); ++at) {
+            QModelIndex item;
+            if (!QTest::qWaitFor([&] { return (item = ListItem(*list, inNames[at])).isValid(); }, kListingWaitMs)) {
+                outFailures << QStringLiteral("%1 does not list \"%2\"").arg(inWindow.objectName(), inNames[at]);
+                return;
+            }
+            // Whatever the listing brought with the item (its sorting, say) settles first.
+            QCoreApplication::processEvents();
+            item = ListItem(*list, inNames[at]);
+            list->scrollTo(item);
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, at == 0 ? Qt::NoModifier : Qt::ControlModifier,
+                              list->visualRect(item).center());
+        }
+    });
+    return *this;
+}
+
+Step& Step::ChangeFolder(const QString& inFolder)
+{
+    Retype(QStringLiteral("fileNameEdit"), inFolder);
+    mActions.push_back([](QWidget& inWindow, QStringList& outFailures) {
+        if (QWidget* box = FindControl(inWindow, QStringLiteral("fileNameEdit"), outFailures)) {
+            QTest::keyClick(box, Qt::Key_Return);
+        }
+    });
+    return *this;
+}
+
+Step& Step::ChooseType(int inIndex)
+{
+    mActions.push_back([inIndex](QWidget& inWindow, QStringList& outFailures) {
+        auto* types = qobject_cast<QComboBox*>(FindControl(inWindow, QStringLiteral("fileTypeCombo"), outFailures));
+        if (!types || inIndex < 0 || inIndex >= types->count()) {
+            outFailures << QStringLiteral("%1 has no file type %2").arg(inWindow.objectName()).arg(inIndex);
+            return;
+        }
+        while (types->currentIndex() != inIndex) {
+            QTest::keyClick(types, types->currentIndex() < inIndex ? Qt::Key_Down : Qt::Key_Up);
+        }
+    });
+    return *this;
+}
+
+Step& Step::Confirm()
+{
+    mActions.push_back([](QWidget& inWindow, QStringList& outFailures) {
+        auto* buttons =
+            qobject_cast<QDialogButtonBox*>(FindControl(inWindow, QStringLiteral("buttonBox"), outFailures));
+        for (QAbstractButton* button : buttons ? buttons->buttons() : QList<QAbstractButton*>()) {
+            if (buttons->buttonRole(button) == QDialogButtonBox::AcceptRole) {
+                if (!button->isEnabled()) {
+                    outFailures << QStringLiteral("%1: \"%2\" is disabled").arg(inWindow.objectName(), button->text());
+                }
+                QTest::mouseClick(button, Qt::LeftButton);
+                return;
+            }
         }
     });
     return *this;

@@ -48,6 +48,16 @@ public:
     // Saves a picture of the window.
     Step& Grab(const QString& inPngPath);
 
+    // In a file chooser. Selects the named items of its list as clicks do, Ctrl held from the
+    // second on; waits for the folder's listing to show them.
+    Step& SelectItems(const QStringList& inNames);
+    // Goes to inFolder: types it into the file-name box and presses Return.
+    Step& ChangeFolder(const QString& inFolder);
+    // Chooses the file type at inIndex in the type box with the arrow keys.
+    Step& ChooseType(int inIndex);
+    // Clicks the chooser's Open (or Save, Choose) button.
+    Step& Confirm();
+
     const QString& Window() const { return mWindow; }
 
 private:

@@ -6,6 +6,9 @@
 
 namespace BE {
 
+// The folder of the file last chosen in a file dialog (a string property).
+inline constexpr const wchar_t* kLastUsedDirectoryKey = L"BE.LastUsedDirectory";
+
 // The backend's property store: values that outlive a dialog, under dotted keys
 // ("ClipSpeed.Ganged"). A key never written reads as the default handed in.
 class HOST_API Backend {

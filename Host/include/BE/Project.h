@@ -6,6 +6,7 @@
 
 #include "BE/AudioClip.h"
 #include "BE/ColorMatte.h"
+#include "BE/Media.h"
 #include "KOR/InterfaceRef.h"
 
 namespace BE {
@@ -35,6 +36,11 @@ public:
     virtual std::vector<AudioClipRef> GetAudioClips() const = 0;
     // The project's colour mattes, in the project's order; by default none.
     virtual std::vector<ColorMatteRef> GetColorMattes() const;
+    // The project's media, in the order they came in; by default none.
+    virtual std::vector<MediaRef> GetMedia() const;
+    // Adds a media item named inName for the file at inFilePath (the first frame of inStillCount
+    // numbered stills, or one file when 0); null when the project takes no media.
+    virtual MediaRef AddMedia(const std::wstring& inName, const std::wstring& inFilePath, int inStillCount);
     // Writes the project to inFilePath, replacing the file there only once the new one is
     // complete; kSave_OK or a kSaveError_ code. Unless inAsCopy, the project is from now on
     // the one at inFilePath.

@@ -34,11 +34,14 @@ HOST_API bool IsSameFile(const std::wstring& inFirst, const std::wstring& inSeco
 HOST_API std::wstring GetDisplayStringFromPath(const std::wstring& inPath);
 // The full paths of the files in inDirectory whose names end in inSuffix, sorted by name.
 HOST_API std::vector<std::wstring> ListFiles(const std::wstring& inDirectory, const std::wstring& inSuffix);
-// The folder part of a path: everything before its last backslash or "/" ("/" for a file at the
-// root); empty when it has neither.
-HOST_API std::wstring GetFullDirectoryPart(const std::wstring& inPath);
-// Whether inPath names an existing folder (links followed).
+// Whether inPath names an existing folder.
 HOST_API bool IsDirectory(const std::wstring& inPath);
+// Whether inPath is an absolute path that the file system could hold (not blank, no zero character).
+HOST_API bool IsValidPath(const std::wstring& inPath);
+// The folder part of a path: everything before its last backslash or "/" ("/" for a file at the root).
+HOST_API std::wstring GetFullDirectoryPart(const std::wstring& inPath);
+// The extension of the file part with its dot (".png"); empty when the file part has no dot.
+HOST_API std::wstring GetExtensionPart(const std::wstring& inPath);
 // inBase followed by inRelative with one separator between them, the "." and ".." steps of
 // inRelative resolved against inBase (never above its root).
 HOST_API std::wstring CombinePaths(const std::wstring& inBase, const std::wstring& inRelative);

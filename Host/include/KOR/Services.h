@@ -9,6 +9,7 @@ class MessageBoxService;
 class SoundService;
 class CursorService;
 class ShortcutManager;
+class FileChooserService;
 } // namespace UIF
 namespace TL {
 class AutoSaveService;
@@ -49,6 +50,7 @@ struct ServiceTable {
     UIF::ShortcutManager* shortcuts = nullptr;
     Application* application = nullptr;
     TL::HelpService* help = nullptr;
+    UIF::FileChooserService* fileChooser = nullptr;
 };
 
 HOST_API ServiceTable& Services();

@@ -1,0 +1,183 @@
+// The host's class registry and its importer registry: still images are what Qt's image readers
+// take, audio and video what FFmpeg's demuxers take.
+
+#include <QImageReader>
+
+#include <algorithm>
+#include <map>
+#include <sstream>
+
+extern "C" {
+#include <libavformat/avformat.h>
+}
+
+#include "BE/Media.h"
+#include "BE/Project.h"
+#include "HostQt/FileChooser.h"
+#include "KOR/Paths.h"
+#include "ML/ImportableFileTypes.h"
+
+namespace KOR {
+
+namespace {
+
+std::map<ClassID, ClassFactory>& Factories()
+{
+    static std::map<ClassID, ClassFactory> factories;
+    return factories;
+}
+
+} // namespace
+
+InterfaceRef<KORUnknown> CreateClassInstanceRef(const ClassID& inClass)
+{
+    const auto found = Factories().find(inClass);
+    return found == Factories().end() ? InterfaceRef<KORUnknown>() : found->second();
+}
+
+ClassFactory RegisterClassFactory(const ClassID& inClass, ClassFactory inFactory)
+{
+    ClassFactory previous;
+    if (const auto found = Factories().find(inClass); found != Factories().end()) {
+        previous = std::move(found->second);
+        Factories().erase(found);
+    }
+    if (inFactory) {
+        Factories().emplace(inClass, std::move(inFactory));
+    }
+    return previous;
+}
+
+} // namespace KOR
+
+namespace ML {
+
+const KOR::InterfaceID IImporterRegistry::kIID = {0x8D, 0xB7, 0x3A, 0x9C, 0x52, 0x6F, 0x41, 0x45,
+                                                  0xB4, 0x54, 0x98, 0x60, 0x3C, 0x92, 0x0F, 0xC2};
+IImporterRegistry::~IImporterRegistry() = default;
+
+std::set<std::wstring> ImportableFileTypeUtils::GetImportableFileExtensions()
+{
+    const auto registry =
+        KOR::InterfaceRef<IImporterRegistry>::Query(KOR::CreateClassInstanceRef(kImporterRegistryClassID));
+    return registry ? registry->GetImportableExtensions() : std::set<std::wstring>();
+}
+
+} // namespace ML
+
+namespace BE {
+
+const KOR::InterfaceID IMedia::kIID = {0x42, 0x45, 0x4d, 0x65, 0x64, 0x69, 0x61, 0x00,
+                                       0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x01};
+IMedia::~IMedia() = default;
+std::vector<MediaRef> IProject::GetMedia() const { return {}; }
+MediaRef IProject::AddMedia(const std::wstring&, const std::wstring&, int) { return {}; }
+
+} // namespace BE
+
+namespace HostQt {
+
+namespace {
+
+std::wstring Upper(const std::string& inAscii)
+{
+    std::wstring upper;
+    for (const char c : inAscii) {
+        upper += static_cast<wchar_t>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
+    }
+    return upper;
+}
+
+std::set<std::wstring> StillExtensions()
+{
+    std::set<std::wstring> stills;
+    for (const QByteArray& format : QImageReader::supportedImageFormats()) {
+        stills.insert(Upper(format.toStdString()));
+    }
+    return stills;
+}
+
+void AddList(const char* inCommaList, std::set<std::wstring>& ioItems)
+{
+    std::istringstream list(inCommaList ? inCommaList : "");
+    for (std::string item; std::getline(list, item, ',');) {
+        if (!item.empty()) {
+            ioItems.insert(Upper(item));
+        }
+    }
+}
+
+// The extensions that some demuxer names, and those of every muxer whose container a demuxer of
+// the same name reads back (the WAV and AIFF demuxers, for one, recognise their files by content
+// and name no extension).
+std::set<std::wstring> ContainerExtensions()
+{
+    std::set<std::wstring> extensions;
+    std::set<std::wstring> readable;
+    void* iterator = nullptr;
+    while (const AVInputFormat* format = av_demuxer_iterate(&iterator)) {
+        AddList(format->extensions, extensions);
+        AddList(format->name, readable);
+    }
+    iterator = nullptr;
+    while (const AVOutputFormat* format = av_muxer_iterate(&iterator)) {
+        std::set<std::wstring> names;
+        AddList(format->name, names);
+        if (std::any_of(names.begin(), names.end(),
+                        [&](const std::wstring& inName) { return readable.count(inName); })) {
+            AddList(format->extensions, extensions);
+        }
+    }
+    return extensions;
+}
+
+struct KnownTypes {
+    std::set<std::wstring> stills;
+    std::set<std::wstring> importable;
+};
+
+// Asked once: neither Qt's plug-ins nor FFmpeg's demuxers change while the host runs.
+const KnownTypes& Types()
+{
+    static const KnownTypes types = [] {
+        KnownTypes known{StillExtensions(), ContainerExtensions()};
+        known.importable.insert(known.stills.begin(), known.stills.end());
+        return known;
+    }();
+    return types;
+}
+
+class ImporterRegistry : public KOR::RefCounted<ML::IImporterRegistry> {
+public:
+    bool IsStillImporterAvailable(const std::wstring& inFileName) const override
+    {
+        std::wstring extension = KOR::PathUtils::GetExtensionPart(inFileName);
+        if (extension.empty()) {
+            return false;
+        }
+        std::wstring upper;
+        for (const wchar_t c : extension.substr(1)) {
+            upper += c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - L'a' + L'A') : c;
+        }
+        return Types().stills.count(upper) > 0;
+    }
+    std::set<std::wstring> GetImportableExtensions() const override { return Types().importable; }
+};
+
+KOR::ClassFactory gReplacedImporters;
+
+} // namespace
+
+void RegisterImporterRegistry()
+{
+    gReplacedImporters = KOR::RegisterClassFactory(ML::kImporterRegistryClassID, [] {
+        return KOR::InterfaceRef<KOR::KORUnknown>(new ImporterRegistry);
+    });
+}
+
+void UnregisterImporterRegistry()
+{
+    KOR::RegisterClassFactory(ML::kImporterRegistryClassID, std::move(gReplacedImporters));
+}
+
+} // namespace HostQt

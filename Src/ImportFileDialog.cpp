@@ -1,0 +1,302 @@
+#include "DLG/ImportFileDialog.h"
+
+#include <algorithm>
+#include <cwchar>
+#include <cwctype>
+
+#include "BE/Backend.h"
+#include "DLG/Module.h"
+#include "DLG/StringIDs.h"
+#include "KOR/Paths.h"
+#include "ML/ImportableFileTypes.h"
+#include "zelui/Controls.h"
+
+namespace DLG {
+
+namespace {
+
+constexpr std::size_t kLongestNumber = 18; // digits that always fit a 64-bit count
+
+// A zero-separated filter ends at its first empty string.
+std::wstring FilterText(const wchar_t* inFilter)
+{
+    std::wstring text;
+    for (const wchar_t* part = inFilter; part && *part; part += std::wcslen(part) + 1) {
+        text.append(part).push_back(L'\0');
+    }
+    return text;
+}
+
+std::wstring UpperExtension(const std::wstring& inName)
+{
+    const std::size_t dot = inName.find_last_of(L'.');
+    std::wstring extension = dot == std::wstring::npos ? std::wstring() : inName.substr(dot + 1);
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](wchar_t c) { return static_cast<wchar_t>(std::towupper(c)); });
+    return extension;
+}
+
+bool IsDigit(wchar_t inCharacter) { return inCharacter >= L'0' && inCharacter <= L'9'; }
+
+// A name split around the digits before its last dot.
+struct NumberedName {
+    std::wstring prefix;
+    std::wstring digits;
+    std::wstring suffix;
+    bool Padded() const { return digits.size() > 1 && digits.front() == L'0'; }
+    std::int64_t Number() const
+    {
+        std::int64_t number = 0;
+        for (const wchar_t digit : digits) {
+            number = number * 10 + (digit - L'0');
+        }
+        return number;
+    }
+};
+
+std::optional<NumberedName> SplitNumberedName(const std::wstring& inName)
+{
+    const std::size_t dot = inName.find_last_of(L'.');
+    if (dot == std::wstring::npos || dot == 0) {
+        return std::nullopt;
+    }
+    std::size_t start = dot;
+    while (start > 0 && IsDigit(inName[start - 1])) {
+        --start;
+    }
+    if (start == dot || dot - start > kLongestNumber) {
+        return std::nullopt;
+    }
+    return NumberedName{inName.substr(0, start), inName.substr(start, dot - start), inName.substr(dot)};
+}
+
+std::wstring Format(unsigned int inID, const std::vector<std::wstring>& inValues)
+{
+    std::wstring text = LoadString(inID);
+    for (std::size_t index = 0; index < inValues.size(); ++index) {
+        const std::wstring marker = L"^" + std::to_wstring(index + 1);
+        if (const std::size_t at = text.find(marker); at != std::wstring::npos) {
+            text.replace(at, marker.size(), inValues[index]);
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+bool IsIncrementalName(const std::wstring& inName)
+{
+    const std::size_t dot = inName.find_last_of(L'.');
+    return dot != std::wstring::npos && dot > 0 && IsDigit(inName[dot - 1]);
+}
+
+bool KeepInImportList(const std::wstring& inName, UIF::FileChooserItemKind inKind,
+                      const std::set<std::wstring>& inSupported)
+{
+    if (inKind != UIF::FileChooserItemKind::kFile) {
+        return true;
+    }
+    const std::wstring extension = UpperExtension(inName);
+    return extension == L"LNK" || inSupported.count(extension) > 0;
+}
+
+// A run written with zero padding has one width; one without has none and no leading zeros. A
+// selected name without a leading zero belongs to a padded run when a neighbour of its width has one.
+std::optional<NumberedRun> FindNumberedRun(const std::wstring& inName, const std::vector<std::wstring>& inFolderNames)
+{
+    const std::optional<NumberedName> selected = SplitNumberedName(inName);
+    if (!selected) {
+        return std::nullopt;
+    }
+    std::vector<NumberedName> neighbours;
+    for (const std::wstring& name : inFolderNames) {
+        if (std::optional<NumberedName> split = SplitNumberedName(name);
+            split && split->prefix == selected->prefix && split->suffix == selected->suffix) {
+            neighbours.push_back(std::move(*split));
+        }
+    }
+    const std::size_t width = selected->digits.size();
+    const bool padded = selected->Padded() ||
+                        std::any_of(neighbours.begin(), neighbours.end(),
+                                    [&](const NumberedName& n) { return n.digits.size() == width && n.Padded(); });
+    std::map<std::int64_t, std::wstring> members{{selected->Number(), inName}};
+    for (const NumberedName& neighbour : neighbours) {
+        if (padded ? neighbour.digits.size() == width : !neighbour.Padded()) {
+            members.emplace(neighbour.Number(), neighbour.prefix + neighbour.digits + neighbour.suffix);
+        }
+    }
+    NumberedRun run;
+    run.firstNumber = members.begin()->first;
+    run.firstName = members.begin()->second;
+    run.lastNumber = members.rbegin()->first;
+    run.lastName = members.rbegin()->second;
+    run.present = static_cast<std::int64_t>(members.size());
+    return run;
+}
+
+std::wstring DescribeNumberedRun(const NumberedRun& inRun)
+{
+    if (inRun.present == 1) {
+        return Format(kStr_ImportRunSingle, {inRun.firstName});
+    }
+    const std::vector<std::wstring> values{inRun.firstName, inRun.lastName, std::to_wstring(inRun.Span()),
+                                           std::to_wstring(inRun.Missing())};
+    return Format(inRun.Missing() > 0 ? kStr_ImportRunWithGaps : kStr_ImportRunComplete, values);
+}
+
+ImportFileDialog::ImportFileDialog(const wchar_t* inDefaultExtension, std::uint32_t inFlags, const wchar_t* inFilter,
+                                   const std::set<std::wstring>& inSupportedExtensions, const wchar_t* inTitle)
+    : CustomFileDialog(UIF::FileChooserMode::kOpen, inDefaultExtension ? inDefaultExtension : L"", L"", inFlags,
+                       FilterText(inFilter)),
+      mSupportedExtensions(inSupportedExtensions)
+{
+    mRequest.title = inTitle ? inTitle : L"";
+    mRequest.windowName = L"ImportFileDialog";
+}
+
+ImportFileDialog::~ImportFileDialog() = default;
+
+// The filter index is read 8 bits wide and written 32 bits wide, as earlier versions stored it.
+int ImportFileDialog::DoModal(HWND inOwner)
+{
+    BE::Backend* backend = BE::GetBackend();
+    if (!backend) {
+        KOR::ThrowNullInterfaceDereference();
+    }
+    const std::wstring remembered = backend->GetStringProperty(BE::kLastUsedDirectoryKey, L"");
+    if (!remembered.empty() && KOR::PathUtils::IsDirectory(remembered) && KOR::PathUtils::ExistsOnDisk(remembered)) {
+        mRequest.initialDirectory = remembered;
+    }
+    mRequest.filterIndex = static_cast<std::uint8_t>(backend->GetIntProperty(kLastUsedFilterIndexProperty, 0));
+    mFilteringAllTypes = mRequest.filterIndex <= 1;
+
+    if (RunChooser(inOwner, mFailure) != 1) {
+        if (mFailure != 0) {
+            mCancelled = true;
+        }
+        return kResultClosed;
+    }
+    const std::wstring& buffer = GetFileBuffer();
+    if (const std::size_t end = buffer.find(L'\0'); end != std::wstring::npos) {
+        mIsDirectory = false;
+        backend->SetStringProperty(BE::kLastUsedDirectoryKey, buffer.substr(0, end));
+    } else if (KOR::PathUtils::IsDirectory(buffer)) {
+        mIsDirectory = true;
+        mDirectoryPath = buffer;
+        backend->SetStringProperty(BE::kLastUsedDirectoryKey, buffer);
+    } else {
+        mIsDirectory = false;
+        backend->SetStringProperty(BE::kLastUsedDirectoryKey, KOR::PathUtils::GetFullDirectoryPart(buffer));
+    }
+    backend->SetIntProperty(kLastUsedFilterIndexProperty,
+                            static_cast<long>(static_cast<std::uint32_t>(mRequest.filterIndex)));
+    return kResultConfirmed;
+}
+
+// A numbered-stills result that the host preset shows as a checked box.
+void ImportFileDialog::OnInitDialog(UIF::FileChooserWindow& ioWindow)
+{
+    mNumberedStillsCheckbox = ioWindow.AddCheckBox(L"numberedStillsCheckbox", LoadString(kStr_ImportNumberedStills));
+    mRunStaticText = ioWindow.AddText(L"numberedRunStaticText");
+    mImportFolderButton = ioWindow.AddButton(L"importFolderButton", LoadString(kStr_ImportFolder));
+    mImportFolderButton->SetEnabled(false);
+    mImportFolderButton->NotifyWhenChanged([this, &ioWindow] { OnImportFolder(ioWindow); });
+    mNumberedStillsCheckbox->SetChecked(mNumberedStills);
+    UpdateControls(false);
+}
+
+void ImportFileDialog::OnInitDone(UIF::FileChooserWindow& ioWindow) { ioWindow.CenterOverMainWindow(); }
+
+void ImportFileDialog::OnSelChange(UIF::FileChooserWindow& ioWindow)
+{
+    FilterVisibleItems(ioWindow);
+    const std::wstring path = ioWindow.GetFilePath();
+    mIsDirectory = !path.empty() && KOR::PathUtils::IsDirectory(path);
+    if (!path.empty()) {
+        mDirectoryPath = path;
+    }
+    mImportFolderButton->SetEnabled(mIsDirectory);
+    // A double quote means several names were typed or selected.
+    const std::wstring spec = ioWindow.GetSpec();
+    const bool numbered = !spec.empty() && spec.find(L'"') == std::wstring::npos && IsIncremental(spec) &&
+                          IsStillImporter(spec);
+    UpdateControls(numbered);
+    DescribeRun(ioWindow, spec, numbered);
+}
+
+void ImportFileDialog::OnFolderChange(UIF::FileChooserWindow& ioWindow)
+{
+    mFolderNames.clear();
+    FilterVisibleItems(ioWindow);
+}
+
+void ImportFileDialog::OnFileOK(UIF::FileChooserWindow&)
+{
+    mNumberedStills = mNumberedStillsCheckbox && mNumberedStillsCheckbox->IsChecked();
+    mCancelled = false;
+}
+
+// The list follows the file type at once: the host's list filter can bring items back.
+void ImportFileDialog::OnTypeChange(UIF::FileChooserWindow& ioWindow) { FilterVisibleItems(ioWindow); }
+
+bool ImportFileDialog::KeepListItem(const std::wstring& inName, UIF::FileChooserItemKind inKind) const
+{
+    return !mFilteringAllTypes || KeepInImportList(inName, inKind, mSupportedExtensions);
+}
+
+void ImportFileDialog::OnImportFolder(UIF::FileChooserWindow& ioWindow)
+{
+    if (mIsDirectory) {
+        mCancelled = false;
+        ioWindow.CloseAsCancelled();
+    }
+}
+
+// Disabling leaves the check mark alone on purpose: a check made while an earlier name was
+// numbered still counts when the user confirms.
+void ImportFileDialog::UpdateControls(bool inEnable) { mNumberedStillsCheckbox->SetEnabled(inEnable); }
+
+void ImportFileDialog::FilterVisibleItems(UIF::FileChooserWindow& ioWindow)
+{
+    const bool allTypes = IsAllSupportedTypes(ioWindow);
+    if (allTypes != mFilteringAllTypes) {
+        mFilteringAllTypes = allTypes;
+        ioWindow.RefilterList();
+    }
+}
+
+void ImportFileDialog::DescribeRun(UIF::FileChooserWindow& ioWindow, const std::wstring& inName, bool inNumbered)
+{
+    std::optional<NumberedRun> run;
+    const std::wstring path = ioWindow.GetFilePath();
+    if (inNumbered && !path.empty() && !mIsDirectory) {
+        run = FindNumberedRun(inName, FolderNames(KOR::PathUtils::GetFullDirectoryPart(path),
+                                                  KOR::PathUtils::GetExtensionPart(inName)));
+    }
+    mRunStaticText->SetText(run ? DescribeNumberedRun(*run) : L"");
+}
+
+bool ImportFileDialog::IsStillImporter(const std::wstring& inName) const
+{
+    const auto registry =
+        KOR::InterfaceRef<ML::IImporterRegistry>::Query(KOR::CreateClassInstanceRef(ML::kImporterRegistryClassID));
+    return registry->IsStillImporterAvailable(inName);
+}
+
+// Listed once per folder and extension: a large folder is not read again on every click.
+const std::vector<std::wstring>& ImportFileDialog::FolderNames(const std::wstring& inFolder,
+                                                              const std::wstring& inExtension)
+{
+    const std::wstring key = inFolder + L'\0' + inExtension;
+    auto found = mFolderNames.find(key);
+    if (found == mFolderNames.end()) {
+        std::vector<std::wstring> names;
+        for (const std::wstring& path : KOR::PathUtils::ListFiles(inFolder, inExtension)) {
+            names.push_back(KOR::PathUtils::GetFilePart(path));
+        }
+        found = mFolderNames.emplace(key, std::move(names)).first;
+    }
+    return found->second;
+}
+
+} // namespace DLG

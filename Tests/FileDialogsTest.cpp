@@ -1,0 +1,201 @@
+// The system file dialogs: the buffer rules, the contracts, and the real chooser window driven by
+// the scripted user (remembered folder, multi-selection, disabled windows, stopped players).
+
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "BE/Backend.h"
+#include "CheckedUser.h"
+#include "DLG/FileDialogs.h"
+#include "KOR/Platform.h"
+#include "TestHost.h"
+#include "zelcore/Error.h"
+
+namespace {
+
+using TestSupport::CheckedUser;
+using TestSupport::TestHost;
+using testing::ElementsAre;
+
+struct FitCase {
+    const char* label;
+    unsigned long flags;
+    std::size_t nameLength;
+    std::size_t keptLength;
+};
+
+TEST(FileDialogRules, InitialNameIsCutToTheBufferLessItsZero)
+{
+    const FitCase cases[] = {
+        {"300 characters, one file", 0, 300, 259},
+        {"exactly the buffer", 0, 260, 259},
+        {"one short of the buffer", 0, 259, 259},
+        {"short", 0, 12, 12},
+        {"300 characters, several files", DLG::kDialogFlag_AllowMultiSelect, 300, 300},
+        {"40000 characters, several files", DLG::kDialogFlag_AllowMultiSelect, 40000, 32766},
+    };
+    for (const FitCase& c : cases) {
+        const std::wstring name(c.nameLength, L'n');
+        EXPECT_EQ(DLG::FitInitialName(name, DLG::FileBufferChars(c.flags)).size(), c.keptLength) << c.label;
+    }
+}
+
+struct SplitCase {
+    const char* label;
+    std::wstring selection;
+    std::vector<std::wstring> paths;
+};
+
+TEST(FileDialogRules, SelectionSplitsIntoFullPaths)
+{
+    using namespace std::string_literals;
+    const SplitCase cases[] = {
+        {"one path", L"/media/a.png"s, {L"/media/a.png"}},
+        {"three names", L"/media\0a.png\0b.png\0c d.png"s, {L"/media/a.png", L"/media/b.png", L"/media/c d.png"}},
+        {"a Windows folder", L"C:\\Clips\0a.avi\0b.avi"s, {L"C:\\Clips\\a.avi", L"C:\\Clips\\b.avi"}},
+        {"the root", L"/\0a.png\0b.png"s, {L"/a.png", L"/b.png"}},
+        {"a drive root", L"D:\\\0a.wav\0b.wav"s, {L"D:\\a.wav", L"D:\\b.wav"}},
+        {"ended by zeros", L"/media\0a.png\0b.png\0\0"s, {L"/media/a.png", L"/media/b.png"}},
+        {"nothing", L""s, {}},
+    };
+    for (const SplitCase& c : cases) {
+        EXPECT_EQ(DLG::SplitSelection(c.selection), c.paths) << c.label;
+    }
+}
+
+struct FitsCase {
+    const char* label;
+    std::wstring selection;
+    std::size_t buffer;
+    bool fits;
+};
+
+TEST(FileDialogRules, SelectionFitsWithItsZeros)
+{
+    using namespace std::string_literals;
+    const FitsCase cases[] = {
+        {"259 characters and a zero", std::wstring(259, L'p'), 260, true},
+        {"260 characters", std::wstring(260, L'p'), 260, false},
+        {"several with two zeros", L"/m\0a"s, 6, true},
+        {"several one short", L"/m\0a"s, 5, false},
+    };
+    for (const FitsCase& c : cases) {
+        EXPECT_EQ(DLG::SelectionFits(c.selection, c.buffer), c.fits) << c.label;
+    }
+}
+
+TEST(FileDialogContracts, OneFileFormsRefuseTheMultiSelectFlag)
+{
+    TestHost host;
+    std::wstring path = L"/tmp/x";
+    EXPECT_THROW(DLG::AskOpenFile(L"Open", path, L"", L"", DLG::kDialogFlag_AllowMultiSelect, nullptr), zelcore::Error);
+    EXPECT_THROW(DLG::AskSaveFile(L"Save", path, L"", L"", DLG::kDialogFlag_AllowMultiSelect | 0x2, nullptr),
+                 zelcore::Error);
+    EXPECT_THAT(host.Counts().contractsFailed, ElementsAre("!(inFlags & kDialogFlag_AllowMultiSelect)",
+                                                           "!(inFlags & kDialogFlag_AllowMultiSelect)"));
+    EXPECT_EQ(path, L"/tmp/x");
+}
+
+// A folder of media files that a test chooses from.
+class ChooserFixture : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(mMedia.isValid());
+        for (const char* name : {"a.png", "b.png", "c.png", "d.wav"}) {
+            QFile file(mMedia.filePath(QString::fromLatin1(name)));
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        }
+        QDir(mMedia.path()).mkdir(QStringLiteral("Sub"));
+    }
+    std::wstring Media(const char* inName = nullptr) const
+    {
+        return (inName ? mMedia.filePath(QString::fromLatin1(inName)) : mMedia.path()).toStdWString();
+    }
+    std::wstring Remembered() const { return BE::GetBackend()->GetStringProperty(BE::kLastUsedDirectoryKey, L""); }
+
+    TestHost mHost{true};
+    QTemporaryDir mMedia;
+};
+
+std::function<void(QWidget&)> ShowsFolder(const QString& inFolder)
+{
+    return [inFolder](QWidget& inWindow) {
+        auto* chooser = qobject_cast<QFileDialog*>(&inWindow);
+        ASSERT_NE(chooser, nullptr);
+        EXPECT_EQ(chooser->directory().absolutePath(), QDir(inFolder).absolutePath());
+    };
+}
+
+TEST_F(ChooserFixture, ThreeFilesComeBackAsFullPathsAndTheirFolderIsReusedNextTime)
+{
+    int stopped = 0;
+    mHost.Host().AddPlayer([&stopped] { ++stopped; });
+    std::vector<std::wstring> paths;
+    {
+        CheckedUser user;
+        user.On(QStringLiteral("OpenFileDialog"))
+            .Inspect([this](QWidget&) { EXPECT_FALSE(mHost.MainWindow()->isEnabled()); })
+            .SelectItems({QStringLiteral("a.png"), QStringLiteral("b.png"), QStringLiteral("d.wav")})
+            .Confirm();
+        EXPECT_TRUE(DLG::AskOpenFile(L"Import", paths, Media(), L"", DLG::kDialogFlag_AllowMultiSelect, nullptr));
+    }
+    EXPECT_THAT(paths, ElementsAre(Media("a.png"), Media("b.png"), Media("d.wav")));
+    EXPECT_EQ(Remembered(), Media());
+    EXPECT_TRUE(mHost.MainWindow()->isEnabled());
+    EXPECT_EQ(stopped, 1);
+
+    std::wstring one;
+    CheckedUser user;
+    user.On(QStringLiteral("OpenFileDialog"))
+        .Inspect(ShowsFolder(mMedia.path()))
+        .SelectItems({QStringLiteral("c.png")})
+        .Confirm();
+    EXPECT_TRUE(DLG::AskOpenFile(L"Open", one, L"", L"", 0, KOR::HWNDFromNode(nullptr)));
+    EXPECT_EQ(one, Media("c.png"));
+}
+
+TEST_F(ChooserFixture, ARememberedFolderThatWentIsIgnored)
+{
+    QTemporaryDir gone;
+    BE::GetBackend()->SetStringProperty(BE::kLastUsedDirectoryKey, gone.path().toStdWString());
+    ASSERT_TRUE(gone.remove());
+    std::wstring path = L"unchanged";
+    CheckedUser user;
+    user.On(QStringLiteral("OpenFileDialog"))
+        .Inspect([&gone](QWidget& inWindow) {
+            EXPECT_NE(qobject_cast<QFileDialog*>(&inWindow)->directory().absolutePath(), gone.path());
+        })
+        .Press(Qt::Key_Escape);
+    EXPECT_FALSE(DLG::AskOpenFile(L"Open", path, L"", L"", 0, nullptr));
+    EXPECT_EQ(path, L"unchanged");
+    EXPECT_EQ(Remembered(), gone.path().toStdWString());
+}
+
+TEST_F(ChooserFixture, SaveTakesATypedNameAndFolderChooserAFolder)
+{
+    std::wstring saved;
+    std::wstring folder;
+    {
+        CheckedUser user;
+        user.On(QStringLiteral("SaveFileDialog"))
+            .Retype(QStringLiteral("fileNameEdit"), QStringLiteral("new.tvx"))
+            .Confirm();
+        EXPECT_TRUE(DLG::AskSaveFile(L"Save", saved, Media(), std::wstring(L"Projects\0*.tvx\0", 15), 0, nullptr));
+    }
+    EXPECT_EQ(saved, Media("new.tvx"));
+    {
+        CheckedUser user;
+        user.On(QStringLiteral("FolderChooserDialog")).SelectItems({QStringLiteral("Sub")}).Confirm();
+        EXPECT_TRUE(DLG::AskFolderChooser(L"Folder", folder, Media(), L"", 0, nullptr));
+    }
+    EXPECT_EQ(folder, Media("Sub"));
+    EXPECT_EQ(Remembered(), Media("Sub"));
+}
+
+} // namespace
