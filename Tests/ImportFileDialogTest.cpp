@@ -409,9 +409,9 @@ TEST_F(ImportFixture, AFolderConfirmedByNameIsADirectoryResult)
 // The chooser as the notifications see it, without a window: a name in the file-name box.
 class TypedName : public UIF::FileChooserWindow {
 public:
-    explicit TypedName(std::wstring inSpec) : mSpec(std::move(inSpec)) {}
+    explicit TypedName(std::wstring inNameText) : mNameText(std::move(inNameText)) {}
     std::wstring GetFilePath() const override { return {}; }
-    std::wstring GetSpec() const override { return mSpec; }
+    std::wstring GetFileNameText() const override { return mNameText; }
     int GetTypeIndex() const override { return 0; }
     void CloseAsCancelled() override {}
     void RefilterList() override {}
@@ -439,7 +439,7 @@ private:
         return inNode;
     }
 
-    std::wstring mSpec;
+    std::wstring mNameText;
     QWidget mPanel;
 };
 
