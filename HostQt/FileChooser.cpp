@@ -188,7 +188,7 @@ public:
         const QModelIndex item = selection->isRowSelected(current.row(), current.parent()) ? current : rows.front();
         return item.data(QFileSystemModel::FilePathRole).toString().toStdWString();
     }
-    std::wstring GetSpec() const override { return FileNameBox()->text().toStdWString(); }
+    std::wstring GetFileNameText() const override { return FileNameBox()->text().toStdWString(); }
     int GetTypeIndex() const override { return static_cast<int>(nameFilters().indexOf(selectedNameFilter())); }
     void CloseAsCancelled() override { reject(); }
     void RefilterList() override

@@ -217,11 +217,11 @@ void ImportFileDialog::OnSelChange(UIF::FileChooserWindow& ioWindow)
     }
     mImportFolderButton->SetEnabled(mIsDirectory);
     // A double quote means several names were typed or selected.
-    const std::wstring spec = ioWindow.GetSpec();
-    const bool numbered = !spec.empty() && spec.find(L'"') == std::wstring::npos && IsIncremental(spec) &&
-                          IsStillImporter(spec);
+    const std::wstring nameText = ioWindow.GetFileNameText();
+    const bool numbered = !nameText.empty() && nameText.find(L'"') == std::wstring::npos && IsIncremental(nameText) &&
+                          IsStillImporter(nameText);
     UpdateControls(numbered);
-    DescribeRun(ioWindow, spec, numbered);
+    DescribeRun(ioWindow, nameText, numbered);
 }
 
 void ImportFileDialog::OnFolderChange(UIF::FileChooserWindow& ioWindow)

@@ -3,6 +3,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFileInfo>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -11,6 +12,8 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 
+#include <cwctype>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -18,6 +21,7 @@
 #include "CheckedUser.h"
 #include "DLG/ImportFileDialog.h"
 #include "HostQt/NodePeer.h"
+#include "HostQt/ReferenceHost.h"
 #include "KOR/Services.h"
 #include "ML/ImportableFileTypes.h"
 #include "TestHost.h"
@@ -405,9 +409,9 @@ TEST_F(ImportFixture, AFolderConfirmedByNameIsADirectoryResult)
 // The chooser as the notifications see it, without a window: a name in the file-name box.
 class TypedName : public UIF::FileChooserWindow {
 public:
-    explicit TypedName(std::wstring inSpec) : mSpec(std::move(inSpec)) {}
+    explicit TypedName(std::wstring inNameText) : mNameText(std::move(inNameText)) {}
     std::wstring GetFilePath() const override { return {}; }
-    std::wstring GetSpec() const override { return mSpec; }
+    std::wstring GetFileNameText() const override { return mNameText; }
     int GetTypeIndex() const override { return 0; }
     void CloseAsCancelled() override {}
     void RefilterList() override {}
@@ -435,7 +439,7 @@ private:
         return inNode;
     }
 
-    std::wstring mSpec;
+    std::wstring mNameText;
     QWidget mPanel;
 };
 
@@ -452,6 +456,59 @@ TEST_F(ImportFixture, MissingRegistryOrBackendRaisesTheNullInterfaceError)
     BE::Backend* backend = std::exchange(KOR::Services().backend, nullptr);
     EXPECT_THROW(dialog.DoModal(nullptr), zelcore::Error);
     KOR::Services().backend = backend;
+}
+
+struct ImporterCase {
+    std::wstring name;
+    bool importable;
+    bool still;
+};
+
+// The reference host asks Qt and FFmpeg; WAV and AIFF files name no extension in their demuxers.
+TEST(ImporterRegistry, TakesWhatQtAndFFmpegCanOpen)
+{
+    TestHost host;
+    const std::set<std::wstring> importable = ML::ImportableFileTypeUtils::GetImportableFileExtensions();
+    const auto registry =
+        KOR::InterfaceRef<ML::IImporterRegistry>::Query(KOR::CreateClassInstanceRef(ML::kImporterRegistryClassID));
+    ASSERT_TRUE(registry);
+    const ImporterCase cases[] = {
+        {L"shot.png", true, true},     {L"Shot.JPG", true, true},   {L"clip.mov", true, false},
+        {L"clip.mp4", true, false},    {L"take.wav", true, false},  {L"take.aiff", true, false},
+        {L"music.mp3", true, false},   {L"notes.notmedia", false, false}, {L"README", false, false},
+    };
+    for (const ImporterCase& c : cases) {
+        const std::string label(c.name.begin(), c.name.end());
+        const std::size_t dot = c.name.find_last_of(L'.');
+        std::wstring extension = dot == std::wstring::npos ? L"" : c.name.substr(dot + 1);
+        for (wchar_t& character : extension) {
+            character = static_cast<wchar_t>(std::towupper(character));
+        }
+        EXPECT_EQ(importable.count(extension) > 0, c.importable) << label;
+        EXPECT_EQ(registry->IsStillImporterAvailable(c.name), c.still) << label;
+    }
+}
+
+// Imported media outlive the project file: they are written and read back in their order.
+TEST(ProjectMedia, AddedMediaAreSavedAndLoadedAgain)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("Imports.tvx"));
+    const BE::ProjectRef project =
+        HostQt::LoadProject(R"({"name": "Imports", "media": [{"name": "Gulls.wav", "path": "/m/Gulls.wav"}]})", path);
+    ASSERT_EQ(project->GetMedia().size(), 1u);
+    ASSERT_TRUE(project->AddMedia(L"f_001.png to f_120.png", L"/m/f_001.png", 118));
+    ASSERT_EQ(project->SaveToFile(path.toStdWString(), false), BE::kSave_OK);
+
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const std::vector<BE::MediaRef> media = HostQt::LoadProject(file.readAll(), path)->GetMedia();
+    ASSERT_EQ(media.size(), 2u);
+    EXPECT_EQ(media[0]->GetName(), L"Gulls.wav");
+    EXPECT_EQ(media[0]->GetStillCount(), 0);
+    EXPECT_EQ(media[1]->GetName(), L"f_001.png to f_120.png");
+    EXPECT_EQ(media[1]->GetFilePath(), L"/m/f_001.png");
+    EXPECT_EQ(media[1]->GetStillCount(), 118);
 }
 
 } // namespace

@@ -55,7 +55,7 @@ public:
     // The full path of the item selected in the list; empty when none is.
     virtual std::wstring GetFilePath() const = 0;
     // The text of the file-name box; several selected names show there each in double quotes.
-    virtual std::wstring GetSpec() const = 0;
+    virtual std::wstring GetFileNameText() const = 0;
     // The file type shown, 0 for the first.
     virtual int GetTypeIndex() const = 0;
     // Closes the chooser as Cancel does.
