@@ -2,6 +2,7 @@
 // properties, input capture and the debugger offer.
 
 #include <QApplication>
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -12,7 +13,9 @@
 #include <QPushButton>
 #include <QSettings>
 
+#include <algorithm>
 #include <csignal>
+#include <map>
 #include <unordered_map>
 
 #include "BE/Backend.h"
@@ -376,23 +379,68 @@ QJsonObject TimecodeObject(const BE::IProjectSettings& inSettings)
             {QStringLiteral("audioRate"), RateText(inSettings.GetAudioSettings()->GetSampleRate())}};
 }
 
+class PropertyBag : public KOR::RefCounted<BE::IPropertyBag> {
+public:
+    bool GetBoolProperty(const std::wstring& inKey, bool inDefault) const override
+    {
+        const auto value = mBools.find(inKey);
+        return value == mBools.end() ? inDefault : value->second;
+    }
+    void SetBoolProperty(const std::wstring& inKey, bool inValue) override { mBools[inKey] = inValue; }
+
+private:
+    std::map<std::wstring, bool> mBools;
+};
+
+// A media of the project file. Its state is what the disk says when the project is read and
+// after each relink; its descriptor is a digest of the path it was imported from.
 class Media : public KOR::RefCounted<BE::IMedia> {
 public:
-    Media(std::wstring inName, std::wstring inPath, int inStills)
-        : mName(std::move(inName)), mPath(std::move(inPath)), mStills(inStills)
+    Media(std::wstring inName, std::wstring inPath, int inStills, bool inHasVideo, bool inHasAudio)
+        : mName(std::move(inName)), mPath(std::move(inPath)), mStills(inStills), mHasVideo(inHasVideo),
+          mHasAudio(inHasAudio), mDescriptor(Digest(mPath))
     {
     }
     std::wstring GetName() const override { return mName; }
     std::wstring GetFilePath() const override { return mPath; }
     int GetStillCount() const override { return mStills; }
+    int GetState() const override
+    {
+        return QFileInfo::exists(ToQ(mPath)) ? BE::kMediaState_Online : BE::kMediaState_Offline;
+    }
+    bool IsFileMedia() const override { return true; }
+    bool HasVideo() const override { return mHasVideo; }
+    bool HasAudio() const override { return mHasAudio; }
+    KOR::InterfaceID GetImplementationID() const override { return BE::GetTarvixLinkMediaImplementationID(); }
+    BE::MediaFileDescriptor GetFileDescriptor() const override { return mDescriptor; }
+    KOR::InterfaceRef<BE::IPropertyBag> GetPropertyBag() const override { return mProperties; }
+    void Relink(const std::wstring& inPath) override { mPath = inPath; }
+    void SetStreams(bool inHasVideo, bool inHasAudio) override
+    {
+        mHasVideo = inHasVideo;
+        mHasAudio = inHasAudio;
+    }
 
 private:
+    static BE::MediaFileDescriptor Digest(const std::wstring& inPath)
+    {
+        const QByteArray digest = QCryptographicHash::hash(ToQ(inPath).toUtf8(), QCryptographicHash::Md5);
+        BE::MediaFileDescriptor descriptor{};
+        std::copy_n(digest.begin(), descriptor.size(), descriptor.begin());
+        return descriptor;
+    }
+
     std::wstring mName;
     std::wstring mPath;
     int mStills;
+    bool mHasVideo;
+    bool mHasAudio;
+    BE::MediaFileDescriptor mDescriptor;
+    KOR::InterfaceRef<BE::IPropertyBag> mProperties{new PropertyBag};
 };
 
-// "media": [{"name": ..., "path": ..., "stills": n}], "stills" only for a numbered sequence.
+// "media": [{"name": ..., "path": ..., "stills": n, "video": false, "audio": false}], "stills"
+// only for a numbered sequence, "video" and "audio" only when the file lacks them.
 std::vector<BE::MediaRef> ReadMedia(const QJsonArray& inItems)
 {
     std::vector<BE::MediaRef> media;
@@ -400,7 +448,9 @@ std::vector<BE::MediaRef> ReadMedia(const QJsonArray& inItems)
         const QJsonObject object = item.toObject();
         media.emplace_back(new Media(object.value(QStringLiteral("name")).toString().toStdWString(),
                                      object.value(QStringLiteral("path")).toString().toStdWString(),
-                                     object.value(QStringLiteral("stills")).toInt()));
+                                     object.value(QStringLiteral("stills")).toInt(),
+                                     object.value(QStringLiteral("video")).toBool(true),
+                                     object.value(QStringLiteral("audio")).toBool(true)));
     }
     return media;
 }
@@ -412,6 +462,12 @@ QJsonArray WriteMedia(const std::vector<BE::MediaRef>& inMedia)
         QJsonObject object{{QStringLiteral("name"), ToQ(media->GetName())}, {QStringLiteral("path"), ToQ(media->GetFilePath())}};
         if (media->GetStillCount() > 0) {
             object.insert(QStringLiteral("stills"), media->GetStillCount());
+        }
+        if (!media->HasVideo()) {
+            object.insert(QStringLiteral("video"), false);
+        }
+        if (!media->HasAudio()) {
+            object.insert(QStringLiteral("audio"), false);
         }
         items.append(object);
     }
@@ -438,7 +494,7 @@ public:
     std::vector<BE::MediaRef> GetMedia() const override { return mMedia; }
     BE::MediaRef AddMedia(const std::wstring& inName, const std::wstring& inFilePath, int inStillCount) override
     {
-        return mMedia.emplace_back(new Media(inName, inFilePath, inStillCount));
+        return mMedia.emplace_back(new Media(inName, inFilePath, inStillCount, true, true));
     }
     long SaveToFile(const std::wstring& inFilePath, bool inAsCopy) override
     {

@@ -6,6 +6,7 @@
 
 #include <boost/function.hpp>
 
+#include "BE/Media.h"
 #include "DLG/Export.h"
 #include "KOR/InterfaceRef.h"
 #include "KOR/KORUnknown.h"
@@ -40,12 +41,45 @@ public:
     // What the wrapped item knows of its file's streams.
     virtual TL::MediaInfo GetMediaInfo() const = 0;
     virtual bool IsOffline() const = 0;
+    // Whether Relink was called: the item was linked while this relinker lived.
+    virtual bool WasRelinked() const = 0;
 
 protected:
     ~IFileRelinker() override;
 };
 
 using FileRelinkerRef = KOR::InterfaceRef<IFileRelinker>;
+
+// A media of the project whose file is missing. With no media every answer is neutral. The skip
+// mark is kept on the media, under kSkippedProperty, so that a media skipped once stays skipped
+// in later relinking for as long as the media lives.
+class DLG_API MediaRelinker : public KOR::RefCounted<IFileRelinker> {
+public:
+    static const std::wstring kSkippedProperty;
+
+    explicit MediaRelinker(BE::MediaRef inMedia) : mMedia(std::move(inMedia)) {}
+
+    std::wstring GetFilePath() const override;
+    FileDescriptor GetFileDescriptor() const override;
+    bool CheckLinkImplementation() const override;
+    void Relink(const std::wstring& inPath, const TL::MediaInfo* inInfo) override;
+    std::wstring GetDisplayName() const override;
+    void SetSkipped(bool inSkipped) override;
+    bool IsSkipped() const override;
+    bool IsSkipAllTarget() const override;
+    bool IsExcludedFromReuse() const override;
+    TL::MediaInfo GetMediaInfo() const override;
+    bool IsOffline() const override;
+    bool WasRelinked() const override { return mRelinked; }
+
+    const BE::MediaRef& GetMedia() const { return mMedia; }
+
+private:
+    BE::MediaRef mMedia;
+    bool mRelinked = false;
+    // The file the media had when this relinker was made: the place it is looked for from.
+    std::wstring mMissingPath = mMedia ? mMedia->GetFilePath() : std::wstring();
+};
 
 // A file that an item depends on rather than a media of the project: a title's image, a
 // project's settings file. Relinking hands the new path to the owner's callback.
@@ -66,12 +100,14 @@ public:
     bool IsExcludedFromReuse() const override { return false; }
     TL::MediaInfo GetMediaInfo() const override { return {}; }
     bool IsOffline() const override { return true; }
+    bool WasRelinked() const override { return mRelinked; }
 
 private:
     std::wstring mFilePath;
     std::wstring mName;
     RelinkCallback mOnRelink;
     bool mSkipped = false;
+    bool mRelinked = false;
 };
 
 } // namespace DLG

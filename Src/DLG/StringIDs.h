@@ -47,5 +47,12 @@ inline constexpr unsigned int kStr_ImportRunSingle = 11702;
 inline constexpr unsigned int kStr_RelinkUnusableMessage = 11551;
 inline constexpr unsigned int kStr_RelinkUnusableFileColumn = 11552;
 inline constexpr unsigned int kStr_RelinkUnusableProblemColumn = 11553;
+// The chooser for a missing file.
+inline constexpr unsigned int kStr_RelinkTitle = 11800;
+inline constexpr unsigned int kStr_RelinkMissingPath = 11801;
+inline constexpr unsigned int kStr_RelinkImportableFiles = 11802;
+inline constexpr unsigned int kStr_RelinkAllFiles = 11803;
+inline constexpr unsigned int kStr_RelinkSkip = 11804;
+inline constexpr unsigned int kStr_RelinkSkipAll = 11805;
 
 } // namespace DLG

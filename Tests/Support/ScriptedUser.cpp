@@ -286,6 +286,12 @@ void ScriptedUser::Tick()
         mStuckTicks = 0;
         return;
     }
+    // A step that waits for its window (on a worker, say) is not a window left open, and the next
+    // step, even for a window of the same name, is for the window that comes after it.
+    if (window == mRunningWindow) {
+        mStuckTicks = 0;
+        return;
+    }
     if (!mSteps.empty() && mSteps.front()->Window() == window->objectName()) {
         std::shared_ptr<Step> step = mSteps.front();
         mSteps.pop_front();
@@ -300,11 +306,6 @@ void ScriptedUser::Tick()
                 mFailures << QStringLiteral("%1 closed before its step ran").arg(step->Window());
             }
         });
-        return;
-    }
-    // A step that waits for its window (on a worker, say) is not a window left open.
-    if (window == mRunningWindow) {
-        mStuckTicks = 0;
         return;
     }
     if (window != mLastWindow) {
