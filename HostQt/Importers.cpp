@@ -107,24 +107,46 @@ void AddList(const char* inCommaList, std::set<std::wstring>& ioItems)
     }
 }
 
-// The extensions that some demuxer names, and those of every muxer whose container a demuxer of
-// the same name reads back (the WAV and AIFF demuxers, for one, recognise their files by content
-// and name no extension).
+// Whether a muxer writes sound or pictures: subtitle, text and metadata formats write neither.
+bool CarriesAudioOrVideo(const AVOutputFormat& inFormat)
+{
+    return inFormat.audio_codec != AV_CODEC_ID_NONE || inFormat.video_codec != AV_CODEC_ID_NONE;
+}
+
+// The extensions of the containers that carry audio or video and that FFmpeg reads: a demuxer's
+// own extensions when a muxer of its name writes sound or pictures, and the extensions of such a
+// muxer whose container a demuxer of the same name reads back (the WAV and AIFF demuxers, for
+// one, recognise their files by content and name no extension).
 std::set<std::wstring> ContainerExtensions()
 {
+    std::set<std::wstring> mediaMuxers;
+    void* iterator = nullptr;
+    while (const AVOutputFormat* format = av_muxer_iterate(&iterator)) {
+        if (CarriesAudioOrVideo(*format)) {
+            AddList(format->name, mediaMuxers);
+        }
+    }
+    const auto isMedia = [&](const std::set<std::wstring>& inNames) {
+        return std::any_of(inNames.begin(), inNames.end(),
+                           [&](const std::wstring& inName) { return mediaMuxers.count(inName) > 0; });
+    };
     std::set<std::wstring> extensions;
     std::set<std::wstring> readable;
-    void* iterator = nullptr;
+    iterator = nullptr;
     while (const AVInputFormat* format = av_demuxer_iterate(&iterator)) {
-        AddList(format->extensions, extensions);
-        AddList(format->name, readable);
+        std::set<std::wstring> names;
+        AddList(format->name, names);
+        if (isMedia(names)) {
+            AddList(format->extensions, extensions);
+        }
+        readable.insert(names.begin(), names.end());
     }
     iterator = nullptr;
     while (const AVOutputFormat* format = av_muxer_iterate(&iterator)) {
         std::set<std::wstring> names;
         AddList(format->name, names);
-        if (std::any_of(names.begin(), names.end(),
-                        [&](const std::wstring& inName) { return readable.count(inName); })) {
+        if (CarriesAudioOrVideo(*format) &&
+            std::any_of(names.begin(), names.end(), [&](const std::wstring& inName) { return readable.count(inName); })) {
             AddList(format->extensions, extensions);
         }
     }

@@ -464,7 +464,8 @@ struct ImporterCase {
     bool still;
 };
 
-// The reference host asks Qt and FFmpeg; WAV and AIFF files name no extension in their demuxers.
+// The reference host asks Qt and FFmpeg; WAV and AIFF files name no extension in their demuxers,
+// and text and subtitle formats that FFmpeg also reads are not media.
 TEST(ImporterRegistry, TakesWhatQtAndFFmpegCanOpen)
 {
     TestHost host;
@@ -476,6 +477,9 @@ TEST(ImporterRegistry, TakesWhatQtAndFFmpegCanOpen)
         {L"shot.png", true, true},     {L"Shot.JPG", true, true},   {L"clip.mov", true, false},
         {L"clip.mp4", true, false},    {L"take.wav", true, false},  {L"take.aiff", true, false},
         {L"music.mp3", true, false},   {L"notes.notmedia", false, false}, {L"README", false, false},
+        {L"reel.mxf", true, false},    {L"notes.txt", false, false}, {L"read.nfo", false, false},
+        {L"lyrics.js", false, false},  {L"dump.bin", false, false},  {L"talk.srt", false, false},
+        {L"song.lrc", false, false},
     };
     for (const ImporterCase& c : cases) {
         const std::string label(c.name.begin(), c.name.end());
