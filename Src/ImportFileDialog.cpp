@@ -100,8 +100,33 @@ bool KeepInImportList(const std::wstring& inName, UIF::FileChooserItemKind inKin
     return extension == L"LNK" || inSupported.count(extension) > 0;
 }
 
-// A run written with zero padding has one width; one without has none and no leading zeros. A
-// selected name without a leading zero belongs to a padded run when a neighbour of its width has one.
+namespace {
+
+// The width a run pads its numbers to: the selected name's when it has a leading zero, else the
+// widest padded neighbour's that is no wider than the selected name, else none (1). Which name of
+// the run is selected does not change the run, also where its numbers outgrow the padding.
+std::size_t RunWidth(const NumberedName& inSelected, const std::vector<NumberedName>& inNeighbours)
+{
+    if (inSelected.Padded()) {
+        return inSelected.digits.size();
+    }
+    std::size_t width = 1;
+    for (const NumberedName& neighbour : inNeighbours) {
+        if (neighbour.Padded() && neighbour.digits.size() <= inSelected.digits.size()) {
+            width = std::max(width, neighbour.digits.size());
+        }
+    }
+    return width;
+}
+
+// A name belongs to a run of inWidth when its digits are its number zero-padded to that width.
+bool WrittenAtWidth(const NumberedName& inName, std::size_t inWidth)
+{
+    return inName.digits.size() == inWidth || (inName.digits.size() > inWidth && inName.digits.front() != L'0');
+}
+
+} // namespace
+
 std::optional<NumberedRun> FindNumberedRun(const std::wstring& inName, const std::vector<std::wstring>& inFolderNames)
 {
     const std::optional<NumberedName> selected = SplitNumberedName(inName);
@@ -115,13 +140,10 @@ std::optional<NumberedRun> FindNumberedRun(const std::wstring& inName, const std
             neighbours.push_back(std::move(*split));
         }
     }
-    const std::size_t width = selected->digits.size();
-    const bool padded = selected->Padded() ||
-                        std::any_of(neighbours.begin(), neighbours.end(),
-                                    [&](const NumberedName& n) { return n.digits.size() == width && n.Padded(); });
+    const std::size_t width = RunWidth(*selected, neighbours);
     std::map<std::int64_t, std::wstring> members{{selected->Number(), inName}};
     for (const NumberedName& neighbour : neighbours) {
-        if (padded ? neighbour.digits.size() == width : !neighbour.Padded()) {
+        if (WrittenAtWidth(neighbour, width)) {
             members.emplace(neighbour.Number(), neighbour.prefix + neighbour.digits + neighbour.suffix);
         }
     }

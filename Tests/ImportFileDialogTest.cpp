@@ -90,9 +90,27 @@ struct RunCase {
     std::int64_t missing;
 };
 
+// f_098.png to f_999.png and then f_1000.png, f_1001.png: a padded run that outgrows its width.
+std::vector<std::wstring> OutgrownRun()
+{
+    std::vector<std::wstring> names;
+    for (int number = 98; number <= 1001; ++number) {
+        const std::wstring digits = std::to_wstring(number);
+        names.push_back(L"f_" + std::wstring(digits.size() < 3 ? 3 - digits.size() : 0, L'0') + digits + L".png");
+    }
+    return names;
+}
+
 TEST(ImportRules, NumberedRunSpansTheNeighboursOfTheSelectedName)
 {
     const RunCase cases[] = {
+        {"an outgrown padded run from a padded name", L"f_098.png", OutgrownRun(), L"f_098.png", L"f_1001.png", 904,
+         0},
+        {"an outgrown padded run from its middle", L"f_500.png", OutgrownRun(), L"f_098.png", L"f_1001.png", 904, 0},
+        {"an outgrown padded run from beyond its width", L"f_1000.png", OutgrownRun(), L"f_098.png", L"f_1001.png",
+         904, 0},
+        {"padded names wider than the selected one are another run", L"s_999.png",
+         {L"s_0999.png", L"s_0100.png", L"s_999.png", L"s_1000.png"}, L"s_999.png", L"s_1000.png", 2, 0},
         {"padded with a gap", L"frame_0003.png",
          {L"frame_0001.png", L"frame_0002.png", L"frame_0003.png", L"frame_0005.png", L"clip.png"},
          L"frame_0001.png", L"frame_0005.png", 5, 1},

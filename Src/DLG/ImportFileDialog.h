@@ -28,8 +28,8 @@ bool KeepInImportList(const std::wstring& inName, UIF::FileChooserItemKind inKin
                       const std::set<std::wstring>& inSupported);
 
 // The numbered stills around a name in its folder: the names that differ from it only in the
-// number before the last dot, all written with as many digits as it (zero-padded) or all
-// without leading zeros.
+// number before the last dot and write that number zero-padded to the run's width (the selected
+// name's when it has a leading zero, else the widest padded neighbour's up to its own, else 1).
 struct NumberedRun {
     std::wstring firstName;
     std::wstring lastName;
