@@ -156,18 +156,19 @@ bool AskOpenFile(const std::wstring& inTitle, std::wstring& ioPath, const std::w
     return true;
 }
 
-bool AskOpenFile(const std::wstring& inTitle, std::vector<std::wstring>& outPaths,
+// The paths are checked before the caller's vector takes them, so a broken contract leaves it as it was.
+bool AskOpenFile(const std::wstring& inTitle, std::vector<std::wstring>& ioPaths,
                  const std::wstring& inInitialDirectory, const std::wstring& inFilter, unsigned long inFlags,
                  HWND inParent)
 {
-    std::vector<std::wstring> paths;
-    const std::wstring initialName = outPaths.empty() ? L"" : outPaths.front();
+    std::vector<std::wstring> outPaths;
+    const std::wstring initialName = ioPaths.empty() ? L"" : ioPaths.front();
     if (!AskFiles(UIF::FileChooserMode::kOpen, inTitle, initialName, inInitialDirectory, inFilter, inFlags, inParent,
-                  paths)) {
+                  outPaths)) {
         return false;
     }
-    ZEL_OUTPUT_CONTRACT(!paths.empty());
-    outPaths = std::move(paths);
+    ZEL_OUTPUT_CONTRACT(!outPaths.empty());
+    ioPaths = std::move(outPaths);
     return true;
 }
 

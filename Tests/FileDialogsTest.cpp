@@ -13,6 +13,7 @@
 #include "CheckedUser.h"
 #include "DLG/FileDialogs.h"
 #include "KOR/Platform.h"
+#include "KOR/Services.h"
 #include "TestHost.h"
 #include "zelcore/Error.h"
 
@@ -99,6 +100,28 @@ TEST(FileDialogContracts, OneFileFormsRefuseTheMultiSelectFlag)
     EXPECT_THAT(host.Counts().contractsFailed, ElementsAre("!(inFlags & kDialogFlag_AllowMultiSelect)",
                                                            "!(inFlags & kDialogFlag_AllowMultiSelect)"));
     EXPECT_EQ(path, L"/tmp/x");
+}
+
+// A chooser that confirms without naming anything.
+class EmptyConfirmingChooser : public UIF::FileChooserService {
+public:
+    UIF::FileChooserResult Run(const UIF::FileChooserRequest&, UIF::FileChooserCustomizer*) override
+    {
+        return {true, L"", 1};
+    }
+};
+
+TEST(FileDialogContracts, AConfirmedManyFileOpenWithoutPathsBreaksTheOutputContract)
+{
+    TestHost host;
+    EmptyConfirmingChooser chooser;
+    UIF::FileChooserService* real = std::exchange(KOR::Services().fileChooser, &chooser);
+    std::vector<std::wstring> paths{L"/tmp/kept.png"};
+    EXPECT_THROW(DLG::AskOpenFile(L"Open", paths, L"", L"", DLG::kDialogFlag_AllowMultiSelect, nullptr),
+                 zelcore::Error);
+    KOR::Services().fileChooser = real;
+    EXPECT_THAT(host.Counts().contractsFailed, ElementsAre("!outPaths.empty()"));
+    EXPECT_THAT(paths, ElementsAre(L"/tmp/kept.png"));
 }
 
 // A folder of media files that a test chooses from.

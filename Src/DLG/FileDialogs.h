@@ -25,7 +25,7 @@ inline constexpr std::uint32_t kFileDialogError_BufferTooSmall = 0x3003;
 // user confirmed; on cancel the outputs keep what they held.
 DLG_API bool AskOpenFile(const std::wstring& inTitle, std::wstring& ioPath, const std::wstring& inInitialDirectory,
                          const std::wstring& inFilter, unsigned long inFlags, HWND inParent);
-DLG_API bool AskOpenFile(const std::wstring& inTitle, std::vector<std::wstring>& outPaths,
+DLG_API bool AskOpenFile(const std::wstring& inTitle, std::vector<std::wstring>& ioPaths,
                          const std::wstring& inInitialDirectory, const std::wstring& inFilter, unsigned long inFlags,
                          HWND inParent);
 DLG_API bool AskSaveFile(const std::wstring& inTitle, std::wstring& ioPath, const std::wstring& inInitialDirectory,
