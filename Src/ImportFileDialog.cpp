@@ -181,6 +181,7 @@ ImportFileDialog::~ImportFileDialog() = default;
 // The filter index is read 8 bits wide and written 32 bits wide, as earlier versions stored it.
 int ImportFileDialog::DoModal(HWND inOwner)
 {
+    BeginModal(inOwner);
     BE::Backend* backend = BE::GetBackend();
     if (!backend) {
         KOR::ThrowNullInterfaceDereference();
@@ -192,7 +193,7 @@ int ImportFileDialog::DoModal(HWND inOwner)
     mRequest.filterIndex = static_cast<std::uint8_t>(backend->GetIntProperty(kLastUsedFilterIndexProperty, 0));
     mFilteringAllTypes = mRequest.filterIndex <= 1;
 
-    if (RunChooser(inOwner, mFailure) != 1) {
+    if (RunChooser(mFailure) != 1) {
         if (mFailure != 0) {
             mCancelled = true;
         }

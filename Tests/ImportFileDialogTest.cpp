@@ -424,6 +424,41 @@ TEST_F(ImportFixture, AFolderConfirmedByNameIsADirectoryResult)
     EXPECT_EQ(BE::GetBackend()->GetStringProperty(BE::kLastUsedDirectoryKey, L""), WPath("x.notmedia"));
 }
 
+// A chooser that notes whether the main window was disabled while it ran, and cancels.
+class OwnerWatchingChooser : public UIF::FileChooserService {
+public:
+    explicit OwnerWatchingChooser(TestHost& ioHost) : mHost(ioHost) {}
+    UIF::FileChooserResult Run(const UIF::FileChooserRequest&, UIF::FileChooserCustomizer*) override
+    {
+        mHost.Record(mHost.MainWindow()->isEnabled() ? "chooser, owner enabled" : "chooser, owner disabled");
+        return {};
+    }
+
+private:
+    TestHost& mHost;
+};
+
+TEST_F(ImportFixture, PlayersStopAndTheOwnerIsDisabledBeforeTheSettingsAreRead)
+{
+    OwnerWatchingChooser chooser(mHost);
+    UIF::FileChooserService* real = std::exchange(KOR::Services().fileChooser, &chooser);
+    BE::Backend* backend = std::exchange(KOR::Services().backend, nullptr);
+    {
+        DLG::ImportFileDialog dialog(nullptr, 0, nullptr, {}, nullptr);
+        EXPECT_THROW(dialog.DoModal(nullptr), zelcore::Error);
+    }
+    KOR::Services().backend = backend;
+    EXPECT_THAT(mHost.Counts().sequence, ElementsAre("stop players", "end input capture"));
+    EXPECT_TRUE(mHost.MainWindow()->isEnabled());
+
+    DLG::ImportFileDialog dialog(nullptr, 0, nullptr, {}, nullptr);
+    EXPECT_EQ(dialog.DoModal(nullptr), 2);
+    KOR::Services().fileChooser = real;
+    EXPECT_THAT(mHost.Counts().sequence, ElementsAre("stop players", "end input capture", "stop players",
+                                                     "end input capture", "chooser, owner disabled"));
+    EXPECT_TRUE(mHost.MainWindow()->isEnabled());
+}
+
 // The chooser as the notifications see it, without a window: a name in the file-name box.
 class TypedName : public UIF::FileChooserWindow {
 public:
