@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -198,6 +199,21 @@ TEST_F(ChooserFixture, ARememberedFolderThatWentIsIgnored)
     EXPECT_FALSE(DLG::AskOpenFile(L"Open", path, L"", L"", 0, nullptr));
     EXPECT_EQ(path, L"unchanged");
     EXPECT_EQ(Remembered(), gone.path().toStdWString());
+}
+
+TEST_F(ChooserFixture, A300CharacterInitialNameShows259)
+{
+    std::wstring path(300, L'n');
+    CheckedUser user;
+    user.On(QStringLiteral("OpenFileDialog"))
+        .Inspect([](QWidget& inWindow) {
+            const auto* name = inWindow.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            ASSERT_NE(name, nullptr);
+            EXPECT_EQ(name->text(), QString(259, QLatin1Char('n')));
+        })
+        .Press(Qt::Key_Escape);
+    EXPECT_FALSE(DLG::AskOpenFile(L"Open", path, Media(), L"", 0, nullptr));
+    EXPECT_EQ(path.size(), 300u);
 }
 
 TEST_F(ChooserFixture, SaveTakesATypedNameAndFolderChooserAFolder)

@@ -379,6 +379,67 @@ TEST_F(ImportFixture, FolderAndTypeAreRememberedOnlyWhenConfirmed)
     EXPECT_EQ(backend.GetIntProperty(DLG::ImportFileDialog::kLastUsedFilterIndexProperty, -1), 2);
 }
 
+struct RememberCase {
+    const char* label;
+    QStringList selected;
+};
+
+// The folder of the files is stored: the first string of several, the folder of one.
+TEST_F(ImportFixture, ConfirmedFilesStoreTheirFolder)
+{
+    const RememberCase cases[] = {
+        {"one file", {QStringLiteral("clip.png")}},
+        {"three files", {QStringLiteral("frame_0001.png"), QStringLiteral("clip.png"), QStringLiteral("frame_0005.png")}},
+    };
+    for (const RememberCase& c : cases) {
+        QTemporaryDir elsewhere;
+        BE::GetBackend()->SetStringProperty(BE::kLastUsedDirectoryKey, elsewhere.path().toStdWString());
+        const Outcome outcome = Run([&](Step& s) { s.ChangeFolder(mMedia.path()).SelectItems(c.selected).Confirm(); });
+        EXPECT_EQ(outcome.paths.size(), static_cast<std::size_t>(c.selected.size())) << c.label;
+        EXPECT_EQ(BE::GetBackend()->GetStringProperty(BE::kLastUsedDirectoryKey, L""), mMedia.path().toStdWString())
+            << c.label;
+    }
+}
+
+// A chooser that keeps the folder it was asked to open in, and cancels.
+class FolderNotingChooser : public UIF::FileChooserService {
+public:
+    UIF::FileChooserResult Run(const UIF::FileChooserRequest& inRequest, UIF::FileChooserCustomizer*) override
+    {
+        mInitialDirectory = inRequest.initialDirectory;
+        return {};
+    }
+    std::wstring mInitialDirectory = L"not asked";
+};
+
+// Qt's dialog shows some other folder for one that is gone, so the request itself is looked at.
+TEST_F(ImportFixture, ARememberedFolderIsUsedOnlyWhileItExists)
+{
+    QTemporaryDir gone;
+    const std::wstring gonePath = gone.path().toStdWString();
+    ASSERT_TRUE(gone.remove());
+    const std::wstring kept = mMedia.path().toStdWString();
+    const struct {
+        const char* label;
+        std::wstring remembered;
+        std::wstring opened;
+    } cases[] = {
+        {"a folder that exists", kept, kept},
+        {"a folder that went", gonePath, L""},
+        {"a file", WPath("clip.png"), L""},
+    };
+    for (const auto& c : cases) {
+        BE::GetBackend()->SetStringProperty(BE::kLastUsedDirectoryKey, c.remembered);
+        FolderNotingChooser chooser;
+        UIF::FileChooserService* real = std::exchange(KOR::Services().fileChooser, &chooser);
+        DLG::ImportFileDialog dialog(nullptr, 0, nullptr, {}, nullptr);
+        EXPECT_EQ(dialog.DoModal(nullptr), 2) << c.label;
+        KOR::Services().fileChooser = real;
+        EXPECT_EQ(chooser.mInitialDirectory, c.opened) << c.label;
+        EXPECT_EQ(BE::GetBackend()->GetStringProperty(BE::kLastUsedDirectoryKey, L""), c.remembered) << c.label;
+    }
+}
+
 TEST_F(ImportFixture, NamesBeyondTheBufferFailTheDialogAndWriteNothing)
 {
     const QString crowded = mMedia.filePath(QStringLiteral("crowded"));
