@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QResizeEvent>
 #include <QScreen>
 #include <QTimer>
 
@@ -29,12 +30,13 @@ namespace UIF {
 
 FileChooserWindow::~FileChooserWindow() = default;
 FileChooserCustomizer::~FileChooserCustomizer() = default;
-void FileChooserCustomizer::OnInitDialog(FileChooserWindow&) {}
-void FileChooserCustomizer::OnInitDone(FileChooserWindow&) {}
-void FileChooserCustomizer::OnSelChange(FileChooserWindow&) {}
+long FileChooserCustomizer::OnInitDialog(FileChooserWindow&) { return 0; }
+long FileChooserCustomizer::OnInitDone(FileChooserWindow&) { return 0; }
+long FileChooserCustomizer::OnSelChange(FileChooserWindow&) { return 0; }
 void FileChooserCustomizer::OnFolderChange(FileChooserWindow&) {}
-void FileChooserCustomizer::OnFileOK(FileChooserWindow&) {}
+int FileChooserCustomizer::OnFileOK(FileChooserWindow&) { return 1; }
 void FileChooserCustomizer::OnTypeChange(FileChooserWindow&) {}
+long FileChooserCustomizer::OnSize(unsigned int, FileChooserSize) { return 0; }
 bool FileChooserCustomizer::KeepListItem(const std::wstring&, FileChooserItemKind) const { return true; }
 FileChooserService::~FileChooserService() = default;
 
@@ -206,6 +208,12 @@ public:
         frame.moveCenter(area.center());
         move(frame.topLeft());
     }
+    void RepositionPanel() override
+    {
+        if (mPanel) {
+            layout()->activate();
+        }
+    }
     boost::intrusive_ptr<zelui::controls::UI_CheckBox> AddCheckBox(const std::wstring& inName,
                                                                    const std::wstring& inLabel) override
     {
@@ -245,6 +253,16 @@ public:
     }
 
 protected:
+    void resizeEvent(QResizeEvent* inEvent) override
+    {
+        QFileDialog::resizeEvent(inEvent);
+        if (mCustomizer) {
+            const unsigned int type = isMaximized()   ? UIF::kFileChooserSize_Maximized
+                                      : isMinimized() ? UIF::kFileChooserSize_Minimized
+                                                      : UIF::kFileChooserSize_Restored;
+            mCustomizer->OnSize(type, {inEvent->size().width(), inEvent->size().height()});
+        }
+    }
     void showEvent(QShowEvent* inEvent) override
     {
         QFileDialog::showEvent(inEvent);

@@ -193,7 +193,9 @@ int ImportFileDialog::DoModal(HWND inOwner)
     mRequest.filterIndex = static_cast<std::uint8_t>(backend->GetIntProperty(kLastUsedFilterIndexProperty, 0));
     mFilteringAllTypes = mRequest.filterIndex <= 1;
 
-    if (RunChooser(mFailure) != 1) {
+    const int run = RunChooser(mFailure);
+    mWindow = nullptr;
+    if (run != 1) {
         if (mFailure != 0) {
             mCancelled = true;
         }
@@ -217,20 +219,44 @@ int ImportFileDialog::DoModal(HWND inOwner)
 }
 
 // A numbered-stills result that the host preset shows as a checked box.
-void ImportFileDialog::OnInitDialog(UIF::FileChooserWindow& ioWindow)
+long ImportFileDialog::OnInitDialog(UIF::FileChooserWindow& ioWindow)
 {
+    mWindow = &ioWindow;
     mNumberedStillsCheckbox = ioWindow.AddCheckBox(L"numberedStillsCheckbox", LoadString(kStr_ImportNumberedStills));
     mRunStaticText = ioWindow.AddText(L"numberedRunStaticText");
     mImportFolderButton = ioWindow.AddButton(L"importFolderButton", LoadString(kStr_ImportFolder));
     mImportFolderButton->SetEnabled(false);
-    mImportFolderButton->NotifyWhenChanged([this, &ioWindow] { OnImportFolder(ioWindow); });
+    mImportFolderButton->NotifyWhenChanged([this] {
+        OnImportFolder(kButtonClicked, kImportFolderButtonID, KOR::HWNDFromNode(mImportFolderButton.get()));
+    });
     mNumberedStillsCheckbox->SetChecked(mNumberedStills);
     UpdateControls(false);
+    RepositionControls();
+    return 0;
 }
 
-void ImportFileDialog::OnInitDone(UIF::FileChooserWindow& ioWindow) { ioWindow.CenterOverMainWindow(); }
+long ImportFileDialog::OnInitDone(UIF::FileChooserWindow& ioWindow)
+{
+    ioWindow.CenterOverMainWindow();
+    return 0;
+}
 
-void ImportFileDialog::OnSelChange(UIF::FileChooserWindow& ioWindow)
+long ImportFileDialog::OnSize(unsigned int, UIF::FileChooserSize)
+{
+    RepositionControls();
+    return 0;
+}
+
+// The host's panel layout keeps the box under the file-name box and the button under Cancel at
+// any size; this asks for it at once.
+void ImportFileDialog::RepositionControls()
+{
+    if (mWindow) {
+        mWindow->RepositionPanel();
+    }
+}
+
+long ImportFileDialog::OnSelChange(UIF::FileChooserWindow& ioWindow)
 {
     FilterVisibleItems(ioWindow);
     const std::wstring path = ioWindow.GetFilePath();
@@ -245,6 +271,7 @@ void ImportFileDialog::OnSelChange(UIF::FileChooserWindow& ioWindow)
                           IsStillImporter(nameText);
     UpdateControls(numbered);
     DescribeRun(ioWindow, nameText, numbered);
+    return 0;
 }
 
 void ImportFileDialog::OnFolderChange(UIF::FileChooserWindow& ioWindow)
@@ -253,10 +280,11 @@ void ImportFileDialog::OnFolderChange(UIF::FileChooserWindow& ioWindow)
     FilterVisibleItems(ioWindow);
 }
 
-void ImportFileDialog::OnFileOK(UIF::FileChooserWindow&)
+int ImportFileDialog::OnFileOK(UIF::FileChooserWindow&)
 {
     mNumberedStills = mNumberedStillsCheckbox && mNumberedStillsCheckbox->IsChecked();
     mCancelled = false;
+    return 1;
 }
 
 // The list follows the file type at once: the host's list filter can bring items back.
@@ -267,11 +295,11 @@ bool ImportFileDialog::KeepListItem(const std::wstring& inName, UIF::FileChooser
     return !mFilteringAllTypes || KeepInImportList(inName, inKind, mSupportedExtensions);
 }
 
-void ImportFileDialog::OnImportFolder(UIF::FileChooserWindow& ioWindow)
+void ImportFileDialog::OnImportFolder(unsigned int, int, HWND)
 {
-    if (mIsDirectory) {
+    if (mIsDirectory && mWindow) {
         mCancelled = false;
-        ioWindow.CloseAsCancelled();
+        mWindow->CloseAsCancelled();
     }
 }
 

@@ -103,7 +103,9 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
              "DLG::ImportFileDialog::ImportFileDialog(wchar_t const*, unsigned int, wchar_t const*, std::set<" +
                  wstring + ", std::less<" + wstring + " >, std::allocator<" + wstring + " > > const&, wchar_t const*)",
              std::string("DLG::ImportFileDialog::DoModal(void*)"),
-             std::string("DLG::ImportFileDialog::OnImportFolder(UIF::FileChooserWindow&)"),
+             std::string("DLG::ImportFileDialog::OnImportFolder(unsigned int, int, void*)"),
+             std::string("DLG::ImportFileDialog::OnSize(unsigned int, UIF::FileChooserSize)"),
+             std::string("DLG::ImportFileDialog::OnFileOK(UIF::FileChooserWindow&)"),
              std::string("DLG::ImportFileDialog::OnSelChange(UIF::FileChooserWindow&)"),
              std::string("DLG::DoPatentAndLegalNoticesDialog()"),
          }) {

@@ -530,6 +530,7 @@ public:
     void CloseAsCancelled() override {}
     void RefilterList() override {}
     void CenterOverMainWindow() override {}
+    void RepositionPanel() override {}
     boost::intrusive_ptr<zelui::controls::UI_CheckBox> AddCheckBox(const std::wstring&,
                                                                    const std::wstring& inLabel) override
     {
