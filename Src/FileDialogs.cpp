@@ -71,14 +71,16 @@ bool SelectionFits(const std::wstring& inSelection, std::size_t inBufferChars)
     return inSelection.size() + (several ? 2 : 1) <= inBufferChars;
 }
 
+// The list ends at the first empty string, as the system's buffer does: what follows is stale.
 std::vector<std::wstring> SplitSelection(const std::wstring& inSelection)
 {
     std::vector<std::wstring> parts;
     for (std::size_t start = 0; start < inSelection.size();) {
         const std::size_t end = std::min(inSelection.find(L'\0', start), inSelection.size());
-        if (end > start) {
-            parts.push_back(inSelection.substr(start, end - start));
+        if (end == start) {
+            break;
         }
+        parts.push_back(inSelection.substr(start, end - start));
         start = end + 1;
     }
     if (parts.size() < 2) {

@@ -64,6 +64,9 @@ TEST(FileDialogRules, SelectionSplitsIntoFullPaths)
         {"a drive root", L"D:\\\0a.wav\0b.wav"s, {L"D:\\a.wav", L"D:\\b.wav"}},
         {"ended by zeros", L"/media\0a.png\0b.png\0\0"s, {L"/media/a.png", L"/media/b.png"}},
         {"nothing", L""s, {}},
+        {"stale names after the end", L"/media\0\0stale.png"s, {L"/media"}},
+        {"stale names after the last name", L"/media\0a.png\0b.png\0\0stale.png"s, {L"/media/a.png", L"/media/b.png"}},
+        {"an empty buffer with stale names", L"\0stale.png"s, {}},
     };
     for (const SplitCase& c : cases) {
         EXPECT_EQ(DLG::SplitSelection(c.selection), c.paths) << c.label;
