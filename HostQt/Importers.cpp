@@ -145,8 +145,9 @@ std::set<std::wstring> ContainerExtensions()
     while (const AVOutputFormat* format = av_muxer_iterate(&iterator)) {
         std::set<std::wstring> names;
         AddList(format->name, names);
-        if (CarriesAudioOrVideo(*format) &&
-            std::any_of(names.begin(), names.end(), [&](const std::wstring& inName) { return readable.count(inName); })) {
+        const bool readBack =
+            std::any_of(names.begin(), names.end(), [&](const std::wstring& inName) { return readable.count(inName); });
+        if (CarriesAudioOrVideo(*format) && readBack) {
             AddList(format->extensions, extensions);
         }
     }

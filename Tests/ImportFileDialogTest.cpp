@@ -389,7 +389,8 @@ TEST_F(ImportFixture, ConfirmedFilesStoreTheirFolder)
 {
     const RememberCase cases[] = {
         {"one file", {QStringLiteral("clip.png")}},
-        {"three files", {QStringLiteral("frame_0001.png"), QStringLiteral("clip.png"), QStringLiteral("frame_0005.png")}},
+        {"three files",
+         {QStringLiteral("frame_0001.png"), QStringLiteral("clip.png"), QStringLiteral("frame_0005.png")}},
     };
     for (const RememberCase& c : cases) {
         QTemporaryDir elsewhere;
