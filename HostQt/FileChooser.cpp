@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QResizeEvent>
 #include <QScreen>
 #include <QTimer>
@@ -99,8 +100,10 @@ QStringList NameFilters(const std::wstring& inFilter)
     }
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        filters << QStringLiteral("%1 (%2)").arg(parts[i],
-                                                 QString(parts[i + 1]).replace(QLatin1Char(';'), QLatin1Char(' ')));
+        QStringList patterns = parts[i + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts);
+        // The system's "*.*" takes every file; Qt's would hide those without an extension.
+        patterns.replaceInStrings(QRegularExpression(QStringLiteral("^\\*\\.\\*$")), QStringLiteral("*"));
+        filters << QStringLiteral("%1 (%2)").arg(parts[i], patterns.join(QLatin1Char(' ')));
     }
     return filters;
 }

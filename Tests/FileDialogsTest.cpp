@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QListView>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -202,6 +203,45 @@ TEST_F(ChooserFixture, ARememberedFolderThatWentIsIgnored)
     EXPECT_FALSE(DLG::AskOpenFile(L"Open", path, L"", L"", 0, nullptr));
     EXPECT_EQ(path, L"unchanged");
     EXPECT_EQ(Remembered(), gone.path().toStdWString());
+}
+
+struct TypeCase {
+    const char* label;
+    std::wstring filter;
+    QStringList listed;
+};
+
+// The list of a chooser with each filter: "*.*" takes files without an extension too.
+TEST_F(ChooserFixture, TheTypeShownDecidesTheFilesListed)
+{
+    using namespace std::string_literals;
+    QFile readme(mMedia.filePath(QStringLiteral("README")));
+    ASSERT_TRUE(readme.open(QIODevice::WriteOnly));
+    const QStringList all{QStringLiteral("README"), QStringLiteral("Sub"),   QStringLiteral("a.png"),
+                          QStringLiteral("b.png"),  QStringLiteral("c.png"), QStringLiteral("d.wav")};
+    const TypeCase cases[] = {
+        {"all files as *.*", L"All Files\0*.*\0"s, all},
+        {"all files as *", L"All Files\0*\0"s, all},
+        {"stills and *.* together", L"Mixed\0*.png;*.*\0"s, all},
+        {"sounds", L"Sounds\0*.wav\0"s, {QStringLiteral("Sub"), QStringLiteral("d.wav")}},
+    };
+    for (const TypeCase& c : cases) {
+        QStringList listed;
+        CheckedUser user;
+        user.On(QStringLiteral("OpenFileDialog"))
+            .Inspect([&listed](QWidget& inWindow) {
+                const auto* list = inWindow.findChild<QListView*>(QStringLiteral("listView"));
+                ASSERT_NE(list, nullptr);
+                for (int row = 0; row < list->model()->rowCount(list->rootIndex()); ++row) {
+                    listed << list->model()->index(row, 0, list->rootIndex()).data().toString();
+                }
+            })
+            .Press(Qt::Key_Escape);
+        std::wstring path;
+        EXPECT_FALSE(DLG::AskOpenFile(L"Open", path, Media(), c.filter, 0, nullptr)) << c.label;
+        listed.sort();
+        EXPECT_EQ(listed, c.listed) << c.label;
+    }
 }
 
 TEST_F(ChooserFixture, A300CharacterInitialNameShows259)
