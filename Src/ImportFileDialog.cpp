@@ -264,7 +264,9 @@ long ImportFileDialog::OnSelChange(UIF::FileChooserWindow& ioWindow)
     if (!path.empty()) {
         mDirectoryPath = path;
     }
-    mImportFolderButton->SetEnabled(mIsDirectory);
+    if (mImportFolderButton) {
+        mImportFolderButton->SetEnabled(mIsDirectory);
+    }
     // A double quote means several names were typed or selected.
     const std::wstring nameText = ioWindow.GetFileNameText();
     const bool numbered = !nameText.empty() && nameText.find(L'"') == std::wstring::npos && IsIncremental(nameText) &&
@@ -305,7 +307,12 @@ void ImportFileDialog::OnImportFolder(unsigned int, int, HWND)
 
 // Disabling leaves the check mark alone on purpose: a check made while an earlier name was
 // numbered still counts when the user confirms.
-void ImportFileDialog::UpdateControls(bool inEnable) { mNumberedStillsCheckbox->SetEnabled(inEnable); }
+void ImportFileDialog::UpdateControls(bool inEnable)
+{
+    if (mNumberedStillsCheckbox) {
+        mNumberedStillsCheckbox->SetEnabled(inEnable);
+    }
+}
 
 void ImportFileDialog::FilterVisibleItems(UIF::FileChooserWindow& ioWindow)
 {
@@ -324,7 +331,9 @@ void ImportFileDialog::DescribeRun(UIF::FileChooserWindow& ioWindow, const std::
         run = FindNumberedRun(inName, FolderNames(KOR::PathUtils::GetFullDirectoryPart(path),
                                                   KOR::PathUtils::GetExtensionPart(inName)));
     }
-    mRunStaticText->SetText(run ? DescribeNumberedRun(*run) : L"");
+    if (mRunStaticText) {
+        mRunStaticText->SetText(run ? DescribeNumberedRun(*run) : L"");
+    }
 }
 
 bool ImportFileDialog::IsStillImporter(const std::wstring& inName) const

@@ -559,6 +559,16 @@ private:
     QWidget mPanel;
 };
 
+// A chooser whose panel was never built (no OnInitDialog) still hears selection changes.
+TEST_F(ImportFixture, NoticesWithoutAPanelLeaveThePanelAlone)
+{
+    DLG::ImportFileDialog dialog(nullptr, 0, nullptr, {}, nullptr);
+    TypedName numbered(L"frame_0001.png");
+    EXPECT_EQ(dialog.OnSelChange(numbered), 0);
+    EXPECT_EQ(dialog.OnFileOK(numbered), 1);
+    EXPECT_FALSE(dialog.IsNumberedStills());
+}
+
 TEST_F(ImportFixture, MissingRegistryOrBackendRaisesTheNullInterfaceError)
 {
     DLG::ImportFileDialog dialog(nullptr, 0, nullptr, {}, nullptr);
