@@ -88,15 +88,6 @@ std::wstring Upper(const std::string& inAscii)
     return upper;
 }
 
-std::set<std::wstring> StillExtensions()
-{
-    std::set<std::wstring> stills;
-    for (const QByteArray& format : QImageReader::supportedImageFormats()) {
-        stills.insert(Upper(format.toStdString()));
-    }
-    return stills;
-}
-
 void AddList(const char* inCommaList, std::set<std::wstring>& ioItems)
 {
     std::istringstream list(inCommaList ? inCommaList : "");
@@ -105,6 +96,36 @@ void AddList(const char* inCommaList, std::set<std::wstring>& ioItems)
             ioItems.insert(Upper(item));
         }
     }
+}
+
+// FFmpeg reads single images through its image file demuxer and the per-format "_pipe" ones.
+bool ReadsStills(const AVInputFormat& inFormat)
+{
+    const std::string name = inFormat.name ? inFormat.name : "";
+    const std::string pipe = "_pipe";
+    return name == "image2" ||
+           (name.size() > pipe.size() && name.compare(name.size() - pipe.size(), pipe.size(), pipe) == 0);
+}
+
+// What Qt's image readers take, and the images that FFmpeg reads (EXR, DPX and others Qt lacks).
+// The image file demuxer names no extensions: it reads what the image file muxer of its name writes.
+std::set<std::wstring> StillExtensions()
+{
+    std::set<std::wstring> stills;
+    for (const QByteArray& format : QImageReader::supportedImageFormats()) {
+        stills.insert(Upper(format.toStdString()));
+    }
+    void* iterator = nullptr;
+    while (const AVInputFormat* format = av_demuxer_iterate(&iterator)) {
+        if (ReadsStills(*format)) {
+            AddList(format->extensions, stills);
+        }
+    }
+    const AVOutputFormat* imageFiles = av_guess_format("image2", nullptr, nullptr);
+    if (imageFiles && av_find_input_format("image2")) {
+        AddList(imageFiles->extensions, stills);
+    }
+    return stills;
 }
 
 // Whether a muxer writes sound or pictures: subtitle, text and metadata formats write neither.

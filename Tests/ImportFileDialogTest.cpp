@@ -591,7 +591,8 @@ struct ImporterCase {
 };
 
 // The reference host asks Qt and FFmpeg; WAV and AIFF files name no extension in their demuxers,
-// and text and subtitle formats that FFmpeg also reads are not media.
+// text and subtitle formats that FFmpeg also reads are not media, and FFmpeg's image readers
+// add stills that Qt has no reader for.
 TEST(ImporterRegistry, TakesWhatQtAndFFmpegCanOpen)
 {
     TestHost host;
@@ -605,7 +606,7 @@ TEST(ImporterRegistry, TakesWhatQtAndFFmpegCanOpen)
         {L"music.mp3", true, false},   {L"notes.notmedia", false, false}, {L"README", false, false},
         {L"reel.mxf", true, false},    {L"notes.txt", false, false}, {L"read.nfo", false, false},
         {L"lyrics.js", false, false},  {L"dump.bin", false, false},  {L"talk.srt", false, false},
-        {L"song.lrc", false, false},
+        {L"song.lrc", false, false},   {L"plate.exr", true, true},   {L"scan.dpx", true, true},
     };
     for (const ImporterCase& c : cases) {
         const std::string label(c.name.begin(), c.name.end());
