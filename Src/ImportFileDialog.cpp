@@ -70,13 +70,21 @@ std::optional<NumberedName> SplitNumberedName(const std::wstring& inName)
     return NumberedName{inName.substr(0, start), inName.substr(start, dot - start), inName.substr(dot)};
 }
 
+// One pass over the template: a value is never searched for markers, so a file name holding "^2"
+// stays as it is.
 std::wstring Format(unsigned int inID, const std::vector<std::wstring>& inValues)
 {
-    std::wstring text = LoadString(inID);
-    for (std::size_t index = 0; index < inValues.size(); ++index) {
-        const std::wstring marker = L"^" + std::to_wstring(index + 1);
-        if (const std::size_t at = text.find(marker); at != std::wstring::npos) {
-            text.replace(at, marker.size(), inValues[index]);
+    const std::wstring pattern = LoadString(inID);
+    std::wstring text;
+    for (std::size_t at = 0; at < pattern.size(); ++at) {
+        const std::size_t index = at + 1 < pattern.size() && pattern[at] == L'^' && IsDigit(pattern[at + 1])
+                                      ? static_cast<std::size_t>(pattern[at + 1] - L'0')
+                                      : 0;
+        if (index >= 1 && index <= inValues.size()) {
+            text += inValues[index - 1];
+            ++at;
+        } else {
+            text += pattern[at];
         }
     }
     return text;

@@ -136,6 +136,26 @@ TEST(ImportRules, NumberedRunSpansTheNeighboursOfTheSelectedName)
     EXPECT_FALSE(DLG::FindNumberedRun(L"clip.png", {L"clip.png"}).has_value());
 }
 
+struct LineCase {
+    const char* label;
+    DLG::NumberedRun run;
+    std::wstring line;
+};
+
+TEST(ImportRules, TheRunLineKeepsNamesAsTheyAre)
+{
+    TestHost host;
+    const LineCase cases[] = {
+        {"with gaps", {L"f_01.png", L"f_05.png", 1, 5, 3}, L"f_01.png to f_05.png: 5 frames, 2 missing"},
+        {"complete", {L"f_01.png", L"f_05.png", 1, 5, 5}, L"f_01.png to f_05.png: 5 frames"},
+        {"alone", {L"f_01.png", L"f_01.png", 1, 1, 1}, L"f_01.png: no numbered neighbours"},
+        {"names holding markers", {L"a^2^4_1.png", L"a^1^3_9.png", 1, 9, 9}, L"a^2^4_1.png to a^1^3_9.png: 9 frames"},
+    };
+    for (const LineCase& c : cases) {
+        EXPECT_EQ(DLG::DescribeNumberedRun(c.run), c.line) << c.label;
+    }
+}
+
 // A folder of media: a numbered run with frame 4 missing, a plain still, a file of another type,
 // a folder named like such a file and a link to that file.
 class ImportFixture : public testing::Test {
