@@ -230,6 +230,7 @@ public:
     boost::intrusive_ptr<zelui::controls::UI_StaticText> AddText(const std::wstring& inName) override
     {
         auto* label = new QLabel;
+        label->setTextFormat(Qt::PlainText); // file names are shown as they are, never as markup
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         return AddToPanel<zelui::controls::UI_StaticText>(label, inName, 0);
     }
