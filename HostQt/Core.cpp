@@ -15,6 +15,7 @@
 
 #include "BE/Backend.h"
 #include "BE/ColorMatte.h"
+#include "BE/Media.h"
 #include "BE/Project.h"
 #include "BE/ProjectSettings.h"
 #include "KOR/Timecode.h"
@@ -279,6 +280,12 @@ const KOR::InterfaceID IProject::kIID = {0x42, 0x45, 0x49, 0x50, 0x72, 0x6f, 0x6
                                          0x63, 0x74, 0x00, 0x00, 0x00, 0x00, 0x00, 0x01};
 IProject::~IProject() = default;
 std::vector<ColorMatteRef> IProject::GetColorMattes() const { return {}; }
+std::vector<MediaRef> IProject::GetMedia() const { return {}; }
+MediaRef IProject::AddMedia(const std::wstring&, const std::wstring&, int) { return {}; }
+
+const KOR::InterfaceID IMedia::kIID = {0x42, 0x45, 0x4d, 0x65, 0x64, 0x69, 0x61, 0x00,
+                                       0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x01};
+IMedia::~IMedia() = default;
 
 const KOR::InterfaceID IColorMatteNameParameters::kIID = {0x42, 0x45, 0x43, 0x6f, 0x6c, 0x6f, 0x72, 0x4d,
                                                           0x61, 0x74, 0x74, 0x65, 0x4e, 0x61, 0x6d, 0x65};

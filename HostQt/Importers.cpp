@@ -11,8 +11,6 @@ extern "C" {
 #include <libavformat/avformat.h>
 }
 
-#include "BE/Media.h"
-#include "BE/Project.h"
 #include "HostQt/FileChooser.h"
 #include "KOR/Paths.h"
 #include "ML/ImportableFileTypes.h"
@@ -64,16 +62,6 @@ std::set<std::wstring> ImportableFileTypeUtils::GetImportableFileExtensions()
 }
 
 } // namespace ML
-
-namespace BE {
-
-const KOR::InterfaceID IMedia::kIID = {0x42, 0x45, 0x4d, 0x65, 0x64, 0x69, 0x61, 0x00,
-                                       0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x01};
-IMedia::~IMedia() = default;
-std::vector<MediaRef> IProject::GetMedia() const { return {}; }
-MediaRef IProject::AddMedia(const std::wstring&, const std::wstring&, int) { return {}; }
-
-} // namespace BE
 
 namespace HostQt {
 
