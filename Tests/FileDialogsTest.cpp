@@ -259,7 +259,9 @@ TEST_F(ChooserFixture, A300CharacterInitialNameShows259)
     EXPECT_EQ(path.size(), 300u);
 }
 
-TEST_F(ChooserFixture, SaveTakesATypedNameAndFolderChooserAFolder)
+// The folder chooser remembers the chosen folder itself, not its parent, on purpose: the next
+// folder chooser opens where the user chose.
+TEST_F(ChooserFixture, SaveTakesATypedNameAndFolderChooserRemembersTheChosenFolderItself)
 {
     std::wstring saved;
     std::wstring folder;
