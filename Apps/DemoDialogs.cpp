@@ -36,6 +36,7 @@
 #include "KOR/Services.h"
 #include "UIF/ShortcutManager.h"
 #include "ScriptedUser.h"
+#include "SerialDemo.h"
 #include "StartupDemo.h"
 
 namespace Demo {
@@ -396,6 +397,13 @@ const std::vector<DemoDialog>& DemoDialogs()
                  .Press(Qt::Key_Down)
                  .Click(QStringLiteral("okButton"));
          }},
+        SerialSetupDemo(1),
+        SerialSetupDemo(16),
+        SerialExportOptionsDemo(),
+        ExportToTapeIdleDemo(),
+        ExportToTapeToTheEndDemo(),
+        ExportToTapeAbortedDemo(),
+        SerialExportStatusDemo(),
     };
     return dialogs;
 }

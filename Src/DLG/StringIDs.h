@@ -37,4 +37,7 @@ inline constexpr unsigned int kStr_AboutVersion = 11621;
 inline constexpr unsigned int kStr_AboutLicensedTo = 11622;
 inline constexpr unsigned int kStr_AboutCopyright = 11623;
 
+inline constexpr unsigned int kStr_SerialStatusAbort = 11740;
+inline constexpr unsigned int kStr_SerialStatusDroppedFrames = 11741;
+
 } // namespace DLG

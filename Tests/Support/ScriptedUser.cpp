@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDialog>
 #include <QMessageBox>
 #include <QMouseEvent>
@@ -117,6 +118,26 @@ Step& Step::Click(const QString& inControl)
     mActions.push_back([inControl](QWidget& inWindow, QStringList& outFailures) {
         if (QWidget* control = FindControl(inWindow, inControl, outFailures)) {
             QTest::mouseClick(control, Qt::LeftButton, Qt::NoModifier, ClickPoint(*control));
+        }
+    });
+    return *this;
+}
+
+Step& Step::Choose(const QString& inControl, const QString& inItem)
+{
+    mActions.push_back([inControl, inItem](QWidget& inWindow, QStringList& outFailures) {
+        auto* list = qobject_cast<QComboBox*>(FindControl(inWindow, inControl, outFailures));
+        if (!list) {
+            return;
+        }
+        if (list->currentIndex() != 0) {
+            QTest::keyClick(list, Qt::Key_Home);
+        }
+        for (int tries = list->count(); list->currentText() != inItem && tries > 0; --tries) {
+            QTest::keyClick(list, Qt::Key_Down);
+        }
+        if (list->currentText() != inItem) {
+            outFailures << QStringLiteral("%1 has no item \"%2\"").arg(inControl, inItem);
         }
     });
     return *this;
