@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include <array>
+#include <map>
 #include <cstring>
 #include <memory>
 
@@ -36,6 +37,18 @@ Record SetupRecord(std::uint16_t inProtocol)
     std::memcpy(&record[4], fields, sizeof(fields));
     record[24] = 1;
     record[25] = 1;
+    return record;
+}
+
+// The options of the older export path: a delay of 13 eighths, the master and dependent flags set.
+Record OptionsRecord()
+{
+    Record record{};
+    const std::int16_t fields[] = {13, 0, 5};
+    std::memcpy(&record[14], fields, sizeof(fields));
+    record[27] = 1;
+    record[28] = 1;
+    record[29] = 1;
     return record;
 }
 
@@ -151,7 +164,8 @@ QString RunExportToTape(HostQt::Workspace& inWorkspace)
     controller.dialog = std::make_unique<DLG::ExportToTapeDialogImpl>(
         L"ExportToTapeDialog", inWorkspace.GetDrawSupplier(), inWorkspace.GetMainTopLevelWindow(), true, callback);
     controller.deck = std::make_unique<SimulatedDeck>(controller.DeckListener());
-    controller.dialog->SetControlValues(DeckTimecode(kTapeStart), DeckTimecode(kTapeStart), DeckTimecode(kTapeStart),
+    const KOR::Time end = kTapeStart + KOR::Time(kExportFrames, kDeckRate);
+    controller.dialog->SetControlValues(DeckTimecode(kTapeStart), DeckTimecode(end), DeckTimecode(kTapeStart),
                                         kTapeStart, true, false, false, true, true, false, true, 0, 30, 5);
     controller.dialog->SetExportState(0);
     const bool closed = controller.dialog->DoModal();
@@ -214,7 +228,10 @@ DemoDialog SerialSetupDemo(int inProtocol)
     return {QStringLiteral("Serial deck set-up (protocol %1 deck, this machine's ports)").arg(inProtocol),
             QStringLiteral("SerialSetupDialog"),
             [inProtocol](DemoState&, HostQt::Workspace& inWorkspace) {
-                Record record = SetupRecord(static_cast<std::uint16_t>(inProtocol));
+                // The editor keeps its device settings: the next opening shows what OK wrote.
+                static std::map<int, Record> records;
+                Record& record =
+                    records.try_emplace(inProtocol, SetupRecord(static_cast<std::uint16_t>(inProtocol))).first->second;
                 KOR::InterfaceRef<SetupRequest> request(new SetupRequest(record, inWorkspace.GetMainTopLevelWindow()));
                 const bool known =
                     DLG::DispatchDialog(DLG::kSerialSetupDialogID, KOR::InterfaceRef<KOR::KORUnknown>(request.Get()),
@@ -237,12 +254,7 @@ DemoDialog SerialExportOptionsDemo()
 {
     return {QStringLiteral("Serial export to tape options"), QStringLiteral("SerialExportOptionsDialog"),
             [](DemoState&, HostQt::Workspace& inWorkspace) {
-                Record record{};
-                const std::int16_t fields[] = {13, 0, 5};
-                std::memcpy(&record[14], fields, sizeof(fields));
-                record[27] = 1;
-                record[28] = 1;
-                record[29] = 1;
+                static Record record = OptionsRecord();
                 KOR::InterfaceRef<OptionsRequest> request(
                     new OptionsRequest(record, inWorkspace.GetMainTopLevelWindow()));
                 DLG::DispatchDialog(DLG::kSerialExportToTapeDialogID, KOR::InterfaceRef<KOR::KORUnknown>(request.Get()),

@@ -172,9 +172,7 @@ public:
                                  const KOR::Timecode& inCurrent)
     {
         ZEL_INPUT_CONTRACT(mStartText != nullptr && mEndText != nullptr && mCurrentText != nullptr);
-        mStartText->SetText(inStart.GetString());
-        mEndText->SetText(inEnd.GetString());
-        mCurrentText->SetText(inCurrent.GetString());
+        ShowTimecodes(inStart, inEnd, inCurrent);
     }
 
     void Close()
@@ -257,6 +255,9 @@ private:
     void ShowValues()
     {
         mShowingValues = true;
+        if (mStartText && mEndText && mCurrentText) {
+            ShowTimecodes(mValues.timecodes[0], mValues.timecodes[1], mValues.timecodes[2]);
+        }
         SetLimits(mDelayEdit, 0.0, kMaximumFrames);
         SetLimits(mPrerollEdit, 0.0, kMaximumFrames);
         SetLimits(mAbortAfterEdit, 1.0, kMaximumAbortAfter);
@@ -282,6 +283,13 @@ private:
             }
         }
         mShowingValues = false;
+    }
+
+    void ShowTimecodes(const KOR::Timecode& inStart, const KOR::Timecode& inEnd, const KOR::Timecode& inCurrent)
+    {
+        mStartText->SetText(inStart.GetString());
+        mEndText->SetText(inEnd.GetString());
+        mCurrentText->SetText(inCurrent.GetString());
     }
 
     void SetButtonText(const std::wstring& inText)

@@ -199,18 +199,25 @@ TEST(ExportToTapeDialog, ProgressTextsAndTheirContract)
         << "no controls before the run";
     EXPECT_THROW(dialog->SetDroppedFramesString(L"3"), zelcore::Error);
     EXPECT_THROW(dialog->SetActionButtonString(L"Go"), zelcore::Error);
+    dialog->SetControlValues(timecode(25), timecode(50), timecode(75), KOR::Time(0), false, false, false, false,
+                             false, false, false, 0, 0, 1);
+    const auto text = [](QWidget& inWindow, const char* inName) {
+        return inWindow.findChild<QLabel*>(QString::fromLatin1(inName))->text();
+    };
     CheckedUser user;
     user.On(kWindow)
         .Inspect([&](QWidget& inWindow) {
+            EXPECT_EQ(text(inWindow, "startTimecodeText"), QStringLiteral("00:00:01:00")) << "the values' timecodes";
+            EXPECT_EQ(text(inWindow, "endTimecodeText"), QStringLiteral("00:00:02:00"));
+            EXPECT_EQ(text(inWindow, "currentTimecodeText"), QStringLiteral("00:00:03:00"));
+        })
+        .Inspect([&](QWidget& inWindow) {
             dialog->UpdateProgressTimecodes(timecode(90000), timecode(90000 + 25 * 60), timecode(90000 + 37));
             dialog->SetDroppedFramesString(L"3 frames");
-            const auto text = [&](const char* inName) {
-                return inWindow.findChild<QLabel*>(QString::fromLatin1(inName))->text();
-            };
-            EXPECT_EQ(text("startTimecodeText"), QStringLiteral("01:00:00:00"));
-            EXPECT_EQ(text("endTimecodeText"), QStringLiteral("01:01:00:00"));
-            EXPECT_EQ(text("currentTimecodeText"), QStringLiteral("01:00:01:12"));
-            EXPECT_EQ(text("numDroppedFrames"), QStringLiteral("3 frames"));
+            EXPECT_EQ(text(inWindow, "startTimecodeText"), QStringLiteral("01:00:00:00"));
+            EXPECT_EQ(text(inWindow, "endTimecodeText"), QStringLiteral("01:01:00:00"));
+            EXPECT_EQ(text(inWindow, "currentTimecodeText"), QStringLiteral("01:00:01:12"));
+            EXPECT_EQ(text(inWindow, "numDroppedFrames"), QStringLiteral("3 frames"));
         })
         .Click(QStringLiteral("cancelButton"));
     EXPECT_FALSE(dialog->DoModal());
