@@ -35,13 +35,16 @@ void CDeviceControlSerialSetupDialog::OnInitDialog()
     for (const SerialPorts::Port& port : mPorts) {
         SetListItemData(kPortList, AddListString(kPortList, port.name), static_cast<long>(port.number));
     }
-    FillFirstOptions(SerialDialogs::SelectedCode(*this, kProtocolList));
+    // Filled for the stored protocol, so that a stored option 2 or 3 of protocol 1 is there to be
+    // selected; the protocol-change step below refills it for the protocol the list shows.
+    const std::uint16_t protocol = ReadField<std::uint16_t>(mRecord, kProtocolOffset);
+    FillFirstOptions(protocol);
     SerialDialogs::AddItems(*this, kSecondOptionList, kSecondOptions);
 
     SerialDialogs::SelectByCode(*this, kPortList, ReadField<std::uint16_t>(mRecord, kPortOffset));
     SerialDialogs::SelectByCode(*this, kFirstOptionList, ReadField<std::uint16_t>(mRecord, kFirstOptionOffset));
     SerialDialogs::SelectByCode(*this, kSecondOptionList, ReadField<std::uint16_t>(mRecord, kSecondOptionOffset));
-    SerialDialogs::SelectByCode(*this, kProtocolList, ReadField<std::uint16_t>(mRecord, kProtocolOffset));
+    SerialDialogs::SelectByCode(*this, kProtocolList, protocol);
     ProtocolChanged();
 }
 

@@ -87,7 +87,8 @@ TEST(SerialSetupDialog, OkWritesOnlyTheDocumentedFields)
          [](Step& s) { s.Click(QStringLiteral("1")); }, PatternedRecord(18, 3, 1, 64, 0, 0)},
         {"no port present stores the absent selection", PatternedRecord(20, 2, 1, 128, 1, 0), {},
          [](Step& s) { s.Click(QStringLiteral("1")); }, PatternedRecord(20, 0xFFFF, 1, 128, 1, 0)},
-        {"unknown codes select the first items", PatternedRecord(99, 3, 7, 7, 1, 1), kTwoPorts,
+        {"unknown codes select the first items; option 2 needs protocol 1 stored", PatternedRecord(99, 3, 2, 7, 1, 1),
+         kTwoPorts,
          [](Step& s) { s.Click(QStringLiteral("1")); }, PatternedRecord(1, 3, 1, 32, 0, 1)},
         {"the user's choices", PatternedRecord(4, 3, 1, 32, 0, 0), kTwoPorts,
          [](Step& s) {

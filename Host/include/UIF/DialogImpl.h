@@ -46,6 +46,7 @@ public:
     unsigned long GetItemUnsigned(int inID, bool* outOk = nullptr) const;
 
     // Drop-down lists. Indices count from 0; changes made through these calls notify no one.
+    // A list selects its first item when it gets one; only an empty list has no selection.
     void ResetList(int inID);
     // Appends inText and returns its index.
     int AddListString(int inID, const std::wstring& inText);
