@@ -93,6 +93,7 @@ long DialogImpl::DoModal()
     if (directory.isEmpty() || !file.open(QIODevice::ReadOnly)) {
         return -1;
     }
+    delete mImpl->mWindow.data();
     auto* window = new TemplateWindow(mImpl->mParent, [this] { OnCommand(2, kNotify_Clicked); });
     QUiLoader loader;
     loader.setTranslationEnabled(false);
