@@ -9,6 +9,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QFile>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
@@ -45,6 +46,21 @@ public:
     {
     }
     void reject() override { HostQt::Guarded(mCancel); }
+
+protected:
+    // Enter on a focused push button presses that button: on Cancel it cancels, although the
+    // template's OK is the default button that Enter reaches from anywhere else.
+    void keyPressEvent(QKeyEvent* inEvent) override
+    {
+        const bool noModifiers = (inEvent->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+        const bool isEnter = inEvent->key() == Qt::Key_Return || inEvent->key() == Qt::Key_Enter;
+        if (auto* focused = qobject_cast<QPushButton*>(focusWidget());
+            noModifiers && isEnter && focused && focused->isEnabled()) {
+            focused->click();
+            return;
+        }
+        QDialog::keyPressEvent(inEvent);
+    }
 
 private:
     std::function<void()> mCancel;

@@ -116,6 +116,15 @@ TEST(SerialSetupDialog, CancelLeavesTheRecordByteForByte)
         [](Step& s) { s.Click(QStringLiteral("2")); },
         [](Step& s) { s.Press(Qt::Key_Escape); },
         [](Step& s) { s.Close(); },
+        // The focus is on the protocol flag, the last control clicked; Cancel is three tabs on.
+        [](Step& s) {
+            s.Press(Qt::Key_Tab).Press(Qt::Key_Tab).Press(Qt::Key_Tab);
+            s.Inspect([](QWidget& inWindow) {
+                ASSERT_NE(inWindow.focusWidget(), nullptr);
+                EXPECT_EQ(inWindow.focusWidget()->objectName(), QStringLiteral("2"));
+            });
+            s.Press(Qt::Key_Return);
+        },
     };
     for (const auto& ending : endings) {
         const Record before = PatternedRecord(1, 5, 3, 16, 0, 1);
