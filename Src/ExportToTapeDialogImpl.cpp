@@ -97,6 +97,7 @@ public:
             return false;
         }
         Run(mScript);
+        ReleaseControls();
         return !WasCancelled();
     }
 
@@ -185,8 +186,9 @@ public:
     }
 
 private:
-    // Enter ends the dialog confirmed: the host reads what the controls showed.
-    void ReadControls() override { mValues = CurrentValues(); }
+    // Enter never ends this dialog: the export controller ends it with CloseDialog and the user
+    // with Cancel, so a stray Enter during an export neither confirms nor stops it.
+    bool ValidateControls() override { return false; }
 
     void BindControls() override
     {
@@ -242,6 +244,23 @@ private:
         if (!mShowingValues && mCallback && *mCallback) {
             (*mCallback)(inName);
         }
+    }
+
+    // The window and its widgets are gone once a run ends; the setters then see no controls.
+    void ReleaseControls()
+    {
+        mRecordButton.reset();
+        for (auto* text : {&mStatusText, &mDroppedFramesText, &mStartText, &mEndText, &mCurrentText}) {
+            text->reset();
+        }
+        for (auto* box : {&mActivateBox, &mAssembleBox, &mDelayBox, &mPrerollBox, &mAbortAfterBox, &mRenderAudioBox,
+                          &mReportDroppedBox}) {
+            box->reset();
+        }
+        for (auto* edit : {&mDelayEdit, &mPrerollEdit, &mAbortAfterEdit}) {
+            edit->reset();
+        }
+        mTimeCtrl.reset();
     }
 
     static void SetLimits(const boost::intrusive_ptr<UI_NumberEdit>& ioEdit, double inMinimum, double inMaximum)

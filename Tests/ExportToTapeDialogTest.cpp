@@ -1,6 +1,7 @@
 // The export-to-tape dialog as the host's export controller drives it.
 
 #include <QCheckBox>
+#include <QFile>
 #include <QLabel>
 #include <QPushButton>
 
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string_view>
 
 #include <boost/make_shared.hpp>
 
@@ -222,6 +224,58 @@ TEST(ExportToTapeDialog, ProgressTextsAndTheirContract)
         .Click(QStringLiteral("cancelButton"));
     EXPECT_FALSE(dialog->DoModal());
     dialog->CloseDialog(); // not running: nothing happens
+    EXPECT_THROW(dialog->UpdateProgressTimecodes(timecode(0), timecode(1), timecode(2)), zelcore::Error)
+        << "the run's controls are gone";
+    EXPECT_THROW(dialog->SetDroppedFramesString(L"3"), zelcore::Error);
+    EXPECT_THROW(dialog->SetActionButtonString(L"Go"), zelcore::Error);
+}
+
+// Enter must neither confirm nor stop an export: only the host's CloseDialog ends the run as confirmed.
+TEST(ExportToTapeDialog, EnterLeavesTheDialogOpen)
+{
+    TestHost host;
+    const char* const states[] = {"idle", "recording"};
+    for (const char* state : states) {
+        SCOPED_TRACE(state);
+        auto dialog = MakeDialog(true);
+        dialog->SetExportState(std::string_view(state) == "idle" ? 0 : 3);
+        CheckedUser user;
+        user.On(kWindow)
+            .Click(QStringLiteral("framesTextEdit"))
+            .Press(Qt::Key_Return)
+            .Inspect([](QWidget& inWindow) { EXPECT_TRUE(inWindow.isVisible()); })
+            .Press(Qt::Key_Escape);
+        EXPECT_FALSE(dialog->DoModal());
+    }
+}
+
+// A script may leave out the status text and the action button: the state still changes, and
+// only the button's own setter needs its control.
+TEST(ExportToTapeDialog, ScriptWithoutStatusAndActionButton)
+{
+    TestHost host;
+    QFile original(TestSupport::ScriptsDirectory() + QStringLiteral("/ExportToTapeDialog.vrel"));
+    ASSERT_TRUE(original.open(QIODevice::ReadOnly));
+    QByteArray script = original.readAll();
+    script.replace("name=\"statusText\"", "name=\"otherText\"").replace("name=\"recordButton\"", "name=\"otherButton\"");
+    host.WriteScript(QStringLiteral("ExportToTapeDialog.vrel"), script);
+    host.UseScripts(host.ScratchDirectory());
+    std::unique_ptr<ExportToTapeDialogImpl> dialog;
+    ASSERT_NO_THROW(dialog = MakeDialog(true));
+    dialog->SetExportState(3);
+    CheckedUser user;
+    user.On(kWindow)
+        .Inspect([&](QWidget&) {
+            EXPECT_NO_THROW(dialog->SetExportState(3));
+            try {
+                dialog->SetActionButtonString(L"Go");
+                ADD_FAILURE() << "no action button, yet no contract failure";
+            } catch (const zelcore::Error& inError) {
+                EXPECT_EQ(inError.Expression(), "mRecordButton != nullptr");
+            }
+        })
+        .Press(Qt::Key_Escape);
+    EXPECT_FALSE(dialog->DoModal());
 }
 
 TEST(ExportToTapeDialog, ChangesAreForwardedAndOnlyACheckedBoxReadsTrue)

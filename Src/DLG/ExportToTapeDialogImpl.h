@@ -44,8 +44,8 @@ public:
     ExportToTapeDialogImpl(const ExportToTapeDialogImpl&) = delete;
     ExportToTapeDialogImpl& operator=(const ExportToTapeDialogImpl&) = delete;
 
-    // Runs the dialog until the user cancels or the host closes it. False when it was cancelled
-    // or its script could not be read.
+    // Runs the dialog until the user cancels or the host closes it; Enter ends nothing. False
+    // when it was cancelled or its script could not be read.
     bool DoModal();
 
     void SetControlValues(const KOR::Timecode& inFirst, const KOR::Timecode& inSecond, const KOR::Timecode& inThird,
