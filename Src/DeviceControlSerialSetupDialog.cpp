@@ -104,6 +104,7 @@ void CreateSerialSetupDialog(const std::wstring& inDialogID, KOR::InterfaceRef<K
     ZEL_INPUT_CONTRACT(inDialogID == kSerialSetupDialogID);
     auto request = KOR::InterfaceRef<BE::ISerialSetupRequest>::Query(inParameters);
     std::uint8_t* record = request->GetSettingsRecord();
+    ZEL_INPUT_CONTRACT(record != nullptr);
     zelui::ui::UI_Node* parent = request->GetParentWindow();
     CDeviceControlSerialSetupDialog dialog(record, parent ? parent : inParent, SerialPorts::EnumeratePorts());
     const long result = dialog.DoModal();

@@ -77,6 +77,7 @@ void CreateSerialExportOptionsDialog(const std::wstring& inDialogID, KOR::Interf
     ZEL_INPUT_CONTRACT(inDialogID == kSerialExportToTapeDialogID);
     auto request = KOR::InterfaceRef<BE::ISerialExportOptionsRequest>::Query(inParameters);
     std::uint8_t* record = request->GetOptionsRecord();
+    ZEL_INPUT_CONTRACT(record != nullptr);
     zelui::ui::UI_Node* parent = request->GetParentWindow();
     SerialExportOptionsDialog dialog(record, parent ? parent : inParent);
     const long result = dialog.DoModal();

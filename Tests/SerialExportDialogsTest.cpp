@@ -7,7 +7,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <cwctype>
 #include <cstring>
 #include <functional>
 
@@ -15,8 +17,11 @@
 #include "BE/DeviceControl.h"
 #include "CheckedUser.h"
 #include "DLG/Module.h"
+#include "DLG/DeviceControlSerialSetupDialog.h"
 #include "DLG/SerialExportOptionsDialog.h"
+#include "DLG/SerialExportStatusDialog.h"
 #include "TestHost.h"
+#include "zelcore/Error.h"
 
 namespace {
 
@@ -251,6 +256,129 @@ TEST(SerialDispatch, StatusDialogClosesWhenTheExportEnds)
     EXPECT_TRUE(DLG::DispatchDialog(DLG::kSerialExportStatusDialogID, KOR::InterfaceRef<KOR::KORUnknown>(status.Get()),
                                     nullptr, nullptr));
     EXPECT_EQ(status->mAborts, 0);
+}
+
+// A request that tells when the module lets go of it.
+template <class Request>
+class Released : public Request {
+public:
+    explicit Released(bool& outReleased) : mReleased(outReleased) {}
+    ~Released() override { mReleased = true; }
+
+private:
+    bool& mReleased;
+};
+
+using MakeParameters = std::function<KOR::InterfaceRef<KOR::KORUnknown>(bool& outReleased)>;
+
+template <class Request>
+KOR::InterfaceRef<KOR::KORUnknown> MakeReleased(bool& outReleased)
+{
+    return KOR::InterfaceRef<KOR::KORUnknown>(new Released<Request>(outReleased));
+}
+
+TEST(SerialDispatch, IdentifiersMatchExactlyAndTheParametersAreReleased)
+{
+    TestHost host;
+    const struct {
+        const wchar_t* id;
+        QString window;
+        QString button;
+        MakeParameters parameters;
+    } cases[] = {
+        {L"com.tarvix.dialogs.SerialExportToTape.Modal", kWindow, QStringLiteral("2"), &MakeReleased<OptionsRequest>},
+        {L"com.tarvix.dialogs.SerialSetup.Modal", QStringLiteral("SerialSetupDialog"), QStringLiteral("2"),
+         &MakeReleased<SetupRequest>},
+        {L"com.tarvix.dialogs.SerialExportStatusDialog.Modal", QStringLiteral("SerialExportStatusDialog"),
+         QStringLiteral("2"), &MakeReleased<ExportStatus>},
+    };
+    for (const auto& c : cases) {
+        const std::wstring exact = c.id;
+        std::wstring lower = exact;
+        std::transform(lower.begin(), lower.end(), lower.begin(), [](wchar_t inChar) { return std::towlower(inChar); });
+        const struct {
+            const char* name;
+            std::wstring id;
+            bool opens;
+        } variants[] = {{"exact", exact, true}, {"lower case", lower, false}, {"trailing blank", exact + L" ", false}};
+        for (const auto& v : variants) {
+            SCOPED_TRACE(QString::fromStdWString(exact).toStdString() + ", " + v.name);
+            bool released = false;
+            {
+                CheckedUser user;
+                if (v.opens) {
+                    user.On(c.window).Click(c.button);
+                }
+                EXPECT_EQ(DLG::DispatchDialog(v.id, c.parameters(released), nullptr, nullptr), v.opens);
+            }
+            EXPECT_TRUE(released);
+        }
+    }
+}
+
+using Creator = void (*)(const std::wstring&, KOR::InterfaceRef<KOR::KORUnknown>,
+                         const zelui::drawbot::SupplierInterface*, zelui::ui::UI_Node*);
+
+// Each creator checks its identifier first, then needs its own request interface.
+TEST(SerialDispatch, CreatorsCheckTheirIdentifierAndInterface)
+{
+    TestHost host;
+    class Plain : public KOR::RefCounted<KOR::KORUnknown> {};
+    const struct {
+        const char* name;
+        Creator create;
+        const std::wstring& id;
+        std::string idContract;
+    } cases[] = {
+        {"options", &DLG::CreateSerialExportOptionsDialog, DLG::kSerialExportToTapeDialogID,
+         "inDialogID == kSerialExportToTapeDialogID"},
+        {"set-up", &DLG::CreateSerialSetupDialog, DLG::kSerialSetupDialogID, "inDialogID == kSerialSetupDialogID"},
+        {"status", &DLG::CreateSerialExportStatusDialog, DLG::kSerialExportStatusDialogID,
+         "inDialogID == kSerialExportStatusDialogID"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        CheckedUser user; // no window may open
+        try {
+            c.create(DLG::kColorMatteNameDialogID, KOR::InterfaceRef<KOR::KORUnknown>(new Plain), nullptr, nullptr);
+            ADD_FAILURE() << "a wrong identifier raised nothing";
+        } catch (const zelcore::Error& inError) {
+            EXPECT_EQ(inError.Expression(), c.idContract);
+        }
+        try {
+            c.create(c.id, KOR::InterfaceRef<KOR::KORUnknown>(new Plain), nullptr, nullptr);
+            ADD_FAILURE() << "parameters without the request interface raised nothing";
+        } catch (const zelcore::Error& inError) {
+            EXPECT_EQ(inError.Message(), L"A NULL interface pointer has been dereferenced.");
+        }
+    }
+}
+
+// A host that hands over no record gets a contract failure, not a dialog that writes through null.
+TEST(SerialDispatch, NullRecordBreaksTheContract)
+{
+    TestHost host;
+    class NoOptions : public OptionsRequest {
+    public:
+        std::uint8_t* GetOptionsRecord() override { return nullptr; }
+    };
+    class NoSettings : public SetupRequest {
+    public:
+        std::uint8_t* GetSettingsRecord() override { return nullptr; }
+    };
+    const std::pair<const std::wstring&, KOR::InterfaceRef<KOR::KORUnknown>> cases[] = {
+        {DLG::kSerialExportToTapeDialogID, KOR::InterfaceRef<KOR::KORUnknown>(new NoOptions)},
+        {DLG::kSerialSetupDialogID, KOR::InterfaceRef<KOR::KORUnknown>(new NoSettings)},
+    };
+    for (const auto& [id, parameters] : cases) {
+        CheckedUser user; // no window may open
+        try {
+            DLG::DispatchDialog(id, parameters, nullptr, nullptr);
+            ADD_FAILURE() << "a null record raised nothing";
+        } catch (const zelcore::Error& inError) {
+            EXPECT_EQ(inError.Expression(), "record != nullptr");
+        }
+    }
 }
 
 } // namespace

@@ -226,23 +226,4 @@ TEST(SerialSetupDialog, DispatchUsesTheRequestInOrderAndReleasesIt)
     }
 }
 
-TEST(SerialSetupDialog, RequestWithoutTheSetupInterfaceRaisesTheNullInterfaceError)
-{
-    TestHost host;
-    class Plain : public KOR::RefCounted<KOR::KORUnknown> {};
-    try {
-        DLG::DispatchDialog(DLG::kSerialSetupDialogID, KOR::InterfaceRef<KOR::KORUnknown>(new Plain), nullptr, nullptr);
-        FAIL() << "no error was raised";
-    } catch (const zelcore::Error& error) {
-        EXPECT_EQ(error.Message(), L"A NULL interface pointer has been dereferenced.");
-    }
-    try {
-        DLG::CreateSerialSetupDialog(DLG::kColorMatteNameDialogID, KOR::InterfaceRef<KOR::KORUnknown>(new Plain),
-                                     nullptr, nullptr);
-        FAIL() << "no error was raised";
-    } catch (const zelcore::Error& error) {
-        EXPECT_EQ(error.Expression(), "inDialogID == kSerialSetupDialogID");
-    }
-}
-
 } // namespace
