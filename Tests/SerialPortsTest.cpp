@@ -1,5 +1,4 @@
-// The COM name rule, the Linux device-to-port rule, the port list of a faked device tree and
-// the machine's own device tree.
+// The COM name rule, the Linux device-to-port rule and the port list of a faked device tree.
 
 #include <gtest/gtest.h>
 
@@ -61,21 +60,6 @@ TEST(SerialPorts, FakedDeviceTreeListsThePresentPortsByNumber)
     EXPECT_EQ(ports[2].name, L"COM65 (/dev/ttyACM0)");
     EXPECT_EQ(ports[2].number, 65U);
     EXPECT_TRUE(DLG::SerialPorts::PortsFromTtyDevices({}).empty()) << "no port present";
-}
-
-// This machine may have no serial port at all: then the list is empty, and what it lists
-// follows the rule.
-TEST(SerialPorts, MachineDeviceTreeGivesPortsThatFollowTheRule)
-{
-    const std::vector<TtyDevice> devices = DLG::SerialPorts::ListTtyDevices();
-    for (const TtyDevice& device : devices) {
-        EXPECT_FALSE(device.sysName.empty());
-    }
-    const std::vector<DLG::SerialPorts::Port> ports = DLG::SerialPorts::EnumeratePorts();
-    EXPECT_EQ(ports.size(), DLG::SerialPorts::PortsFromTtyDevices(devices).size());
-    for (const DLG::SerialPorts::Port& port : ports) {
-        EXPECT_EQ(DLG::SerialPorts::ComPortNumber(port.name), port.number);
-    }
 }
 
 } // namespace
