@@ -22,16 +22,18 @@ void SerialExportStatusDialog::OnInitDialog()
 {
     SerialDialogs::ApplyHostColors(*this);
     SetItemText(kAbortButton, LoadString(kStr_SerialStatusAbort));
-    Refresh();
-    mTimer->Start();
+    // An export that is already over ends the dialog here, before it shows; then nothing polls.
+    if (Refresh()) {
+        mTimer->Start();
+    }
 }
 
-void SerialExportStatusDialog::Refresh()
+bool SerialExportStatusDialog::Refresh()
 {
     if (!mExport->IsRunning()) {
         mTimer->Stop();
         EndDialog(1);
-        return;
+        return false;
     }
     SetItemText(kStateText, LoadString(ExportStateTextIDs(mExport->GetExportState()).first));
     SetItemText(kTimecodeText, mExport->GetCurrentTimecode().GetString());
@@ -40,6 +42,7 @@ void SerialExportStatusDialog::Refresh()
         dropped.replace(at, 2, std::to_wstring(mExport->GetDroppedFrames()));
     }
     SetItemText(kDroppedFramesText, dropped);
+    return true;
 }
 
 void SerialExportStatusDialog::OnCommand(int inID, int)

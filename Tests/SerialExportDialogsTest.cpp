@@ -247,15 +247,33 @@ TEST(SerialDispatch, EveryIdentifierOpensItsDialog)
     EXPECT_EQ(status->mAborts, 1);
 }
 
-TEST(SerialDispatch, StatusDialogClosesWhenTheExportEnds)
+TEST(SerialDispatch, StatusDialogEndsWithTheExportOrAbortsIt)
 {
     TestHost host;
-    KOR::InterfaceRef<ExportStatus> status(new ExportStatus);
-    CheckedUser user;
-    user.On(QStringLiteral("SerialExportStatusDialog")).Inspect([&](QWidget&) { status->mRunning = false; });
-    EXPECT_TRUE(DLG::DispatchDialog(DLG::kSerialExportStatusDialogID, KOR::InterfaceRef<KOR::KORUnknown>(status.Get()),
-                                    nullptr, nullptr));
-    EXPECT_EQ(status->mAborts, 0);
+    const struct {
+        const char* name;
+        bool runningAtStart;
+        std::function<void(Step&, ExportStatus&)> user; // null: no window may show
+        int aborts;
+    } cases[] = {
+        {"the export ends while shown", true,
+         [](Step& s, ExportStatus& io) { s.Inspect([&io](QWidget&) { io.mRunning = false; }); }, 0},
+        {"the export is over before it shows", false, nullptr, 0},
+        {"Escape aborts", true, [](Step& s, ExportStatus&) { s.Press(Qt::Key_Escape); }, 1},
+        {"closing the window aborts", true, [](Step& s, ExportStatus&) { s.Close(); }, 1},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        KOR::InterfaceRef<ExportStatus> status(new ExportStatus);
+        status->mRunning = c.runningAtStart;
+        CheckedUser user;
+        if (c.user) {
+            c.user(user.On(QStringLiteral("SerialExportStatusDialog")), *status);
+        }
+        EXPECT_TRUE(DLG::DispatchDialog(DLG::kSerialExportStatusDialogID,
+                                        KOR::InterfaceRef<KOR::KORUnknown>(status.Get()), nullptr, nullptr));
+        EXPECT_EQ(status->mAborts, c.aborts);
+    }
 }
 
 // A request that tells when the module lets go of it.

@@ -18,7 +18,8 @@ class UI_Timer;
 namespace DLG {
 
 // Shows the state, timecode and dropped frames of a running export to tape, looking at it
-// every kPollMilliseconds, until it ends (result 1) or the user aborts it (result 2).
+// every kPollMilliseconds, until it ends (result 1) or the user aborts it (result 2). Escape
+// and the window's close button are the Abort button: closing the window aborts the export.
 class SerialExportStatusDialog : public UIF::DialogImpl {
 public:
     static constexpr unsigned int kTemplateID = 1290;
@@ -31,8 +32,9 @@ public:
     SerialExportStatusDialog(KOR::InterfaceRef<BE::ISerialExportStatus> inExport, zelui::ui::UI_Node* inParent);
     ~SerialExportStatusDialog() override;
 
-    // Shows the export as it is now; ends the dialog once it is over.
-    void Refresh();
+    // Shows the export as it is now and returns true; once it is over, ends the dialog and
+    // returns false.
+    bool Refresh();
 
 protected:
     void OnInitDialog() override;
