@@ -198,15 +198,14 @@ std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorks
                                        .Press(Qt::Key_Escape);
                                },
                                [&dialog, &ioState, &inWorkspace] { return dialog.open(ioState, inWorkspace); }});
-        } else if (dialog.title == QLatin1String("Export to tape (simulated deck), aborted while recording")) {
+        } else if (dialog.title == QLatin1String("Export to tape (simulated deck), aborted after dropped frames")) {
             entries.push_back({dialog.title,
                                [](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
                                    ioUser.On(QStringLiteral("ExportToTapeDialog"))
                                        .Click(QStringLiteral("recordButton"))
                                        .Inspect(UntilDeckState(HostQt::SimulatedDeck::kRecording))
                                        .Grab(inDir.filePath(QStringLiteral("ExportToTapeDialog-Recording.png")))
-                                       .Click(QStringLiteral("recordButton"))
-                                       .Inspect(UntilDeckState(HostQt::SimulatedDeck::kAbortedByUser))
+                                       .Inspect(UntilDeckState(HostQt::SimulatedDeck::kAbortedForDroppedFrames))
                                        .Press(Qt::Key_Escape);
                                },
                                [&dialog, &ioState, &inWorkspace] { return dialog.open(ioState, inWorkspace); }});

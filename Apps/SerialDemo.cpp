@@ -99,6 +99,8 @@ KOR::Timecode DeckTimecode(KOR::Time inTime)
 }
 
 // A deck that drops two frames during the recording; the plan follows the dialog's choices.
+// Without "Activate recording deck" the deck is not controlled: no cue, no preroll, the movie
+// plays out at once (the user starts the deck by hand).
 SimulatedDeck::Plan DeckPlan(const DLG::ExportToTapeDialogImpl& inDialog)
 {
     KOR::Time assemble;
@@ -116,7 +118,7 @@ SimulatedDeck::Plan DeckPlan(const DLG::ExportToTapeDialogImpl& inDialog)
     plan.renderMilliseconds = renderAudio ? 600 : 0;
     plan.droppedAt = {40, 85};
     plan.abortAfterDropped = abortAfter ? abortAfterCount : 0;
-    plan.answers = activate;
+    plan.controlled = activate;
     return plan;
 }
 
@@ -156,7 +158,8 @@ QString StateName(std::uint32_t inState)
         KOR::LoadStringW(DLG::GetResourceCollection(), DLG::ExportStateTextIDs(inState).first));
 }
 
-QString RunExportToTape(HostQt::Workspace& inWorkspace)
+// The deck drops two frames; with inAbortOnDroppedFrames the export aborts itself at the second.
+QString RunExportToTape(HostQt::Workspace& inWorkspace, bool inAbortOnDroppedFrames)
 {
     ExportController controller;
     auto callback = boost::make_shared<DLG::ExportToTapeDialogImpl::ControlChangedFunction>(
@@ -166,29 +169,21 @@ QString RunExportToTape(HostQt::Workspace& inWorkspace)
     controller.deck = std::make_unique<SimulatedDeck>(controller.DeckListener());
     const KOR::Time end = kTapeStart + KOR::Time(kExportFrames, kDeckRate);
     controller.dialog->SetControlValues(DeckTimecode(kTapeStart), DeckTimecode(end), DeckTimecode(kTapeStart),
-                                        kTapeStart, true, false, false, true, true, false, true, 0, 30, 5);
+                                        kTapeStart, true, false, false, true, inAbortOnDroppedFrames, false, true, 0,
+                                        30, 2);
     controller.dialog->SetExportState(0);
     const bool closed = controller.dialog->DoModal();
+    const bool controlled = DeckPlan(*controller.dialog).controlled;
     controller.deck->Abort();
     if (controller.deck->GetState() == SimulatedDeck::kIdle) {
         return QStringLiteral("simulated deck, no hardware: dialog closed before recording");
     }
-    return QStringLiteral("simulated deck, no hardware: %1; deck ended \"%2\" at %3 with %4 dropped frame(s)")
+    return QStringLiteral("simulated deck, no hardware: %1; %2; deck ended \"%3\" at %4 with %5 dropped frame(s)")
         .arg(closed ? QStringLiteral("closed by the host") : QStringLiteral("dialog closed"))
+        .arg(controlled ? QStringLiteral("deck controlled") : QStringLiteral("deck not controlled, no cue or preroll"))
         .arg(StateName(controller.deck->GetState()))
         .arg(QString::fromStdWString(DeckTimecode(controller.deck->GetPosition()).GetString()))
         .arg(controller.deck->GetDroppedFrames());
-}
-
-// Waits, as the user watching the dialog would, until the deck reports inState.
-std::function<void(QWidget&)> UntilStatus(std::uint32_t inState)
-{
-    return [inState](QWidget& inWindow) {
-        auto* status = inWindow.findChild<QLabel*>(QStringLiteral("statusText"));
-        if (!status || !QTest::qWaitFor([&] { return status->text() == StateName(inState); }, kWaitMilliseconds)) {
-            qWarning("The simulated deck never reached state %u.", inState);
-        }
-    };
 }
 
 // The export that the status dialog watches: the simulated deck, started as the dialog opens.
@@ -277,7 +272,7 @@ DemoDialog SerialExportOptionsDemo()
 DemoDialog ExportToTapeIdleDemo()
 {
     return {QStringLiteral("Export to tape (simulated deck), ready"), QStringLiteral("ExportToTapeDialog"),
-            [](DemoState&, HostQt::Workspace& inWorkspace) { return RunExportToTape(inWorkspace); },
+            [](DemoState&, HostQt::Workspace& inWorkspace) { return RunExportToTape(inWorkspace, false); },
             [](TestSupport::Step& ioStep) { ioStep.Press(Qt::Key_Escape); },
             QStringLiteral("ExportToTapeDialog-Ready")};
 }
@@ -285,17 +280,26 @@ DemoDialog ExportToTapeIdleDemo()
 DemoDialog ExportToTapeToTheEndDemo()
 {
     return {QStringLiteral("Export to tape (simulated deck), run to the end"), QStringLiteral("ExportToTapeDialog"),
-            [](DemoState&, HostQt::Workspace& inWorkspace) { return RunExportToTape(inWorkspace); }, nullptr};
+            [](DemoState&, HostQt::Workspace& inWorkspace) { return RunExportToTape(inWorkspace, false); }, nullptr};
 }
 
 DemoDialog ExportToTapeAbortedDemo()
 {
-    return {QStringLiteral("Export to tape (simulated deck), aborted while recording"),
+    return {QStringLiteral("Export to tape (simulated deck), aborted after dropped frames"),
             QStringLiteral("ExportToTapeDialog"),
-            [](DemoState&, HostQt::Workspace& inWorkspace) { return RunExportToTape(inWorkspace); }, nullptr};
+            [](DemoState&, HostQt::Workspace& inWorkspace) { return RunExportToTape(inWorkspace, true); }, nullptr};
 }
 
-std::function<void(QWidget&)> UntilDeckState(std::uint32_t inState) { return UntilStatus(inState); }
+// Waits, as the user watching the dialog would, until the deck reports inState.
+std::function<void(QWidget&)> UntilDeckState(std::uint32_t inState)
+{
+    return [inState](QWidget& inWindow) {
+        auto* status = inWindow.findChild<QLabel*>(QStringLiteral("statusText"));
+        if (!status || !QTest::qWaitFor([&] { return status->text() == StateName(inState); }, kWaitMilliseconds)) {
+            qWarning("The simulated deck never reached state %u.", inState);
+        }
+    };
+}
 
 DemoDialog SerialExportStatusDemo()
 {

@@ -22,13 +22,17 @@ bool SimulatedDeck::IsRunning() const
 void SimulatedDeck::Start(const Plan& inPlan)
 {
     mPlan = inPlan;
+    if (!mPlan.controlled) {
+        mPlan.prerollFrames = 0;
+        mPlan.cueMilliseconds = 0;
+    }
     mDropped = 0;
     mPosition = mPlan.start - KOR::Time(mPlan.prerollFrames, mPlan.rate);
     if (!mPlan.answers) {
         Finish(kNotAnswering);
         return;
     }
-    Enter(mPlan.renderMilliseconds > 0 ? kRenderingAudio : kCueing, KOR::Clock::GetMilliseconds());
+    Enter(mPlan.renderMilliseconds > 0 ? kRenderingAudio : FirstDeckState(), KOR::Clock::GetMilliseconds());
     mTimer.start();
 }
 
@@ -50,7 +54,7 @@ void SimulatedDeck::Tick()
     const std::int64_t now = KOR::Clock::GetMilliseconds();
     // Each state begins when the one before was due to end, however late the tick comes.
     if (mState == kRenderingAudio && now - mPhaseStart >= mPlan.renderMilliseconds) {
-        Enter(kCueing, mPhaseStart + mPlan.renderMilliseconds);
+        Enter(FirstDeckState(), mPhaseStart + mPlan.renderMilliseconds);
     }
     if (mState == kCueing && now - mPhaseStart >= mPlan.cueMilliseconds) {
         Enter(kPrerolling, mPhaseStart + mPlan.cueMilliseconds);

@@ -39,6 +39,7 @@ public:
         std::vector<std::int64_t> droppedAt; // recorded frames, counted from the start, that drop
         std::uint32_t abortAfterDropped = 0; // abort at this many dropped frames; 0 never
         bool answers = true;                 // false: the deck never answers the first command
+        bool controlled = true;              // false: no cue or preroll, the movie plays out from the start
     };
 
     struct Listener {
@@ -68,6 +69,8 @@ public:
     std::uint32_t GetDroppedFrames() const { return mDropped; }
 
 private:
+    // Cueing when the deck is controlled; otherwise recording at once, started by hand.
+    State FirstDeckState() const { return mPlan.controlled ? kCueing : kRecording; }
     void Enter(State inState, std::int64_t inSince);
     void Finish(State inState);
     std::int64_t FramesSince(std::int64_t inMilliseconds) const;

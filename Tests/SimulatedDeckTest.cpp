@@ -54,12 +54,14 @@ TEST(SimulatedDeck, RunsThroughItsStatesOnItsClock)
         std::vector<std::int64_t> droppedAt;
         std::uint32_t abortAfter;
         std::int64_t renderMilliseconds;
+        bool controlled;
         std::vector<Stop> stops;
     } cases[] = {
         {"clean",
          {},
          0,
          0,
+         true,
          {{0, SimulatedDeck::kCueing, -60, 0},
           {999, SimulatedDeck::kCueing, -60, 0},
           {1000, SimulatedDeck::kPrerolling, -60, 0},
@@ -71,20 +73,39 @@ TEST(SimulatedDeck, RunsThroughItsStatesOnItsClock)
          {10, 20},
          0,
          0,
+         true,
          {{3400, SimulatedDeck::kRecording, 12, 1}, {9000, SimulatedDeck::kDoneWithDroppedFrames, 90, 2}}},
         {"aborted for dropped frames",
          {10, 20, 30},
          2,
          0,
+         true,
          {{3500, SimulatedDeck::kRecording, 15, 1}, {3700, SimulatedDeck::kAbortedForDroppedFrames, 21, 2}}},
         {"audio rendered first",
          {},
          0,
          500,
+         true,
          {{0, SimulatedDeck::kRenderingAudio, -60, 0},
           {500, SimulatedDeck::kCueing, -60, 0},
           {1500, SimulatedDeck::kPrerolling, -60, 0},
           {6500, SimulatedDeck::kDone, 90, 0}}},
+        {"deck not controlled: neither cue nor preroll",
+         {},
+         0,
+         0,
+         false,
+         {{0, SimulatedDeck::kRecording, 0, 0},
+          {1500, SimulatedDeck::kRecording, 45, 0},
+          {3000, SimulatedDeck::kDone, 90, 0}}},
+        {"not controlled, audio rendered first",
+         {},
+         0,
+         500,
+         false,
+         {{0, SimulatedDeck::kRenderingAudio, 0, 0},
+          {500, SimulatedDeck::kRecording, 0, 0},
+          {3500, SimulatedDeck::kDone, 90, 0}}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -95,6 +116,7 @@ TEST(SimulatedDeck, RunsThroughItsStatesOnItsClock)
         plan.droppedAt = c.droppedAt;
         plan.abortAfterDropped = c.abortAfter;
         plan.renderMilliseconds = c.renderMilliseconds;
+        plan.controlled = c.controlled;
         deck.Start(plan);
         std::int64_t now = 0;
         for (const Stop& stop : c.stops) {
