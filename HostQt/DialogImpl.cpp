@@ -157,19 +157,11 @@ void DialogImpl::EndDialog(long inCode)
     }
 }
 
-bool DialogImpl::HasItem(int inID) const { return mImpl->Find<QWidget>(inID) != nullptr; }
-
 void DialogImpl::SetItemEnabled(int inID, bool inEnabled)
 {
     if (auto* item = mImpl->Find<QWidget>(inID)) {
         item->setEnabled(inEnabled);
     }
-}
-
-bool DialogImpl::IsItemEnabled(int inID) const
-{
-    auto* item = mImpl->Find<QWidget>(inID);
-    return item && item->isEnabled();
 }
 
 void DialogImpl::SetItemChecked(int inID, bool inChecked)
@@ -311,12 +303,6 @@ void UI_Button::SetLabel(const std::wstring& inLabel)
     if (auto* button = HostQt::PeerWidget<QAbstractButton>(this)) {
         button->setText(QString::fromStdWString(inLabel));
     }
-}
-
-std::wstring UI_Button::GetLabel() const
-{
-    const auto* button = HostQt::PeerWidget<QAbstractButton>(this);
-    return button ? button->text().toStdWString() : std::wstring();
 }
 
 int UI_CheckBox::GetCheckValue() const

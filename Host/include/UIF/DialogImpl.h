@@ -33,9 +33,7 @@ public:
     long DoModal();
     void EndDialog(long inCode);
 
-    bool HasItem(int inID) const;
     void SetItemEnabled(int inID, bool inEnabled);
-    bool IsItemEnabled(int inID) const;
     void SetItemChecked(int inID, bool inChecked);
     bool IsItemChecked(int inID) const;
     void SetItemText(int inID, const std::wstring& inText);

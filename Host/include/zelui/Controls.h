@@ -39,7 +39,6 @@ public:
     // Presses the button as a click would.
     void Press();
     void SetLabel(const std::wstring& inLabel);
-    std::wstring GetLabel() const;
 };
 
 // A check box: a button that keeps an on/off state. Setting the state tells no listener; a
