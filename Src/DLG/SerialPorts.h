@@ -32,7 +32,8 @@ std::optional<unsigned long> PortNumberOfTty(const std::string& inSysName);
 // The ports among inDevices that are present and have a COM number, by number.
 std::vector<Port> PortsFromTtyDevices(const std::vector<TtyDevice>& inDevices);
 
-// The machine's present serial ports, in the order the system gives them; empty when none.
+// The machine's present serial ports; empty when none. On Windows in the order the system
+// gives them, on Linux by port number.
 std::vector<Port> EnumeratePorts();
 
 #if defined(__linux__)

@@ -21,9 +21,10 @@ std::wstring PortNameOf(HDEVINFO inDevices, SP_DEVINFO_DATA& inDevice)
     if (key == INVALID_HANDLE_VALUE) {
         return {};
     }
-    wchar_t buffer[256] = {}; // 512 bytes
+    // 256 characters for the value and one more for a terminator that the value may lack.
+    wchar_t buffer[257] = {};
     DWORD type = 0;
-    DWORD size = sizeof(buffer) - sizeof(wchar_t); // room for a terminator the value may lack
+    DWORD size = 256 * sizeof(wchar_t);
     const LONG status = RegQueryValueExW(key, L"PortName", nullptr, &type, reinterpret_cast<BYTE*>(buffer), &size);
     RegCloseKey(key);
     if (status != ERROR_SUCCESS || type != REG_SZ) {
