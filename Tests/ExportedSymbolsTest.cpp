@@ -108,6 +108,19 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
              std::string("DLG::ImportFileDialog::OnFileOK(UIF::FileChooserWindow&)"),
              std::string("DLG::ImportFileDialog::OnSelChange(UIF::FileChooserWindow&)"),
              std::string("DLG::DoPatentAndLegalNoticesDialog()"),
+             std::string("DLG::ExportToTapeDialogImpl::SetControlValues(KOR::Timecode const&, KOR::Timecode const&, "
+                         "KOR::Timecode const&, KOR::Time, bool, bool, bool, bool, bool, bool, bool, unsigned int, "
+                         "unsigned int, unsigned int)"),
+             std::string("DLG::ExportToTapeDialogImpl::GetControlValues(KOR::Time&, bool&, bool&, bool&, bool&, bool&, "
+                         "bool&, bool&, unsigned int&, unsigned int&, unsigned int&) const"),
+             std::string("DLG::ExportToTapeDialogImpl::SetExportState(unsigned int)"),
+             "DLG::ExportToTapeDialogImpl::SetActionButtonString(" + wstring + " const&)",
+             "DLG::ExportToTapeDialogImpl::SetDroppedFramesString(" + wstring + " const&)",
+             std::string("DLG::ExportToTapeDialogImpl::UpdateProgressTimecodes(KOR::Timecode const&, KOR::Timecode "
+                         "const&, KOR::Timecode const&)"),
+             std::string("DLG::ExportToTapeDialogImpl::CloseDialog()"),
+             std::string("DLG::ExportToTapeDialogImpl::DoModal()"),
+             std::string("DLG::ExportStateTextIDs(unsigned int)"),
          }) {
         EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;
     }

@@ -42,5 +42,7 @@ inline constexpr unsigned int kStr_ImportFolder = 11057;
 inline constexpr unsigned int kStr_ImportRunWithGaps = 11700;
 inline constexpr unsigned int kStr_ImportRunComplete = 11701;
 inline constexpr unsigned int kStr_ImportRunSingle = 11702;
+inline constexpr unsigned int kStr_SerialStatusAbort = 11740;
+inline constexpr unsigned int kStr_SerialStatusDroppedFrames = 11741;
 
 } // namespace DLG
