@@ -36,6 +36,7 @@
 #include "KOR/Services.h"
 #include "UIF/ShortcutManager.h"
 #include "ScriptedUser.h"
+#include "SerialDemo.h"
 #include "StartupDemo.h"
 #include "ImportDemo.h"
 
@@ -399,6 +400,13 @@ const std::vector<DemoDialog>& DemoDialogs()
          }},
         // Pictured by the gallery in each state of its panel.
         {QStringLiteral("Import files"), QStringLiteral("ImportFileDialog"), &OpenImportFiles, {}},
+        SerialSetupDemo(1),
+        SerialSetupDemo(16),
+        SerialExportOptionsDemo(),
+        ExportToTapeIdleDemo(),
+        ExportToTapeToTheEndDemo(),
+        ExportToTapeAbortedDemo(),
+        SerialExportStatusDemo(),
     };
     return dialogs;
 }

@@ -13,7 +13,9 @@
 
 #include "DemoWindow.h"
 #include "ImportDemo.h"
+#include "HostQt/SimulatedDeck.h"
 #include "ScriptedUser.h"
+#include "SerialDemo.h"
 #include "zelcore/Error.h"
 
 namespace Demo {
@@ -223,6 +225,41 @@ std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorks
                                .Click(QStringLiteral("okButton"));
                        },
                        [&about, &ioState, &inWorkspace] { return about.open(ioState, inWorkspace); }});
+    // The export to tape on the simulated deck, pictured recording and finished, and its status dialog.
+    const auto& dialogs = DemoDialogs();
+    for (const DemoDialog& dialog : dialogs) {
+        if (dialog.title == QLatin1String("Export to tape (simulated deck), run to the end")) {
+            entries.push_back({dialog.title,
+                               [](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+                                   ioUser.On(QStringLiteral("ExportToTapeDialog"))
+                                       .Click(QStringLiteral("recordButton"))
+                                       .Inspect(UntilDeckState(HostQt::SimulatedDeck::kDoneWithDroppedFrames))
+                                       .Grab(inDir.filePath(QStringLiteral("ExportToTapeDialog-Finished.png")))
+                                       .Press(Qt::Key_Escape);
+                               },
+                               [&dialog, &ioState, &inWorkspace] { return dialog.open(ioState, inWorkspace); }});
+        } else if (dialog.title == QLatin1String("Export to tape (simulated deck), aborted after dropped frames")) {
+            entries.push_back({dialog.title,
+                               [](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+                                   ioUser.On(QStringLiteral("ExportToTapeDialog"))
+                                       .Click(QStringLiteral("recordButton"))
+                                       .Inspect(UntilDeckState(HostQt::SimulatedDeck::kRecording))
+                                       .Grab(inDir.filePath(QStringLiteral("ExportToTapeDialog-Recording.png")))
+                                       .Inspect(UntilDeckState(HostQt::SimulatedDeck::kAbortedForDroppedFrames))
+                                       .Press(Qt::Key_Escape);
+                               },
+                               [&dialog, &ioState, &inWorkspace] { return dialog.open(ioState, inWorkspace); }});
+        } else if (dialog.window == QLatin1String("SerialExportStatusDialog")) {
+            entries.push_back({dialog.title,
+                               [](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+                                   ioUser.On(QStringLiteral("SerialExportStatusDialog"))
+                                       .Inspect(UntilStatusDialogState(HostQt::SimulatedDeck::kRecording))
+                                       .Grab(inDir.filePath(QStringLiteral("SerialExportStatusDialog.png")))
+                                       .Click(QStringLiteral("2"));
+                               },
+                               [&dialog, &ioState, &inWorkspace] { return dialog.open(ioState, inWorkspace); }});
+        }
+    }
     AddColorPickerEntries(entries, ioState, inWorkspace);
     AddOperationEntries(entries, ioState, inWorkspace);
     AddImportEntries(entries, ioState, inWorkspace);

@@ -12,6 +12,8 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QResizeEvent>
 #include <QScreen>
 #include <QTimer>
 
@@ -29,12 +31,13 @@ namespace UIF {
 
 FileChooserWindow::~FileChooserWindow() = default;
 FileChooserCustomizer::~FileChooserCustomizer() = default;
-void FileChooserCustomizer::OnInitDialog(FileChooserWindow&) {}
-void FileChooserCustomizer::OnInitDone(FileChooserWindow&) {}
-void FileChooserCustomizer::OnSelChange(FileChooserWindow&) {}
+long FileChooserCustomizer::OnInitDialog(FileChooserWindow&) { return 0; }
+long FileChooserCustomizer::OnInitDone(FileChooserWindow&) { return 0; }
+long FileChooserCustomizer::OnSelChange(FileChooserWindow&) { return 0; }
 void FileChooserCustomizer::OnFolderChange(FileChooserWindow&) {}
-void FileChooserCustomizer::OnFileOK(FileChooserWindow&) {}
+int FileChooserCustomizer::OnFileOK(FileChooserWindow&) { return 1; }
 void FileChooserCustomizer::OnTypeChange(FileChooserWindow&) {}
+long FileChooserCustomizer::OnSize(unsigned int, FileChooserSize) { return 0; }
 bool FileChooserCustomizer::KeepListItem(const std::wstring&, FileChooserItemKind) const { return true; }
 FileChooserService::~FileChooserService() = default;
 
@@ -97,8 +100,10 @@ QStringList NameFilters(const std::wstring& inFilter)
     }
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        filters << QStringLiteral("%1 (%2)").arg(parts[i],
-                                                 QString(parts[i + 1]).replace(QLatin1Char(';'), QLatin1Char(' ')));
+        QStringList patterns = parts[i + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts);
+        // The system's "*.*" takes every file; Qt's would hide those without an extension.
+        patterns.replaceInStrings(QRegularExpression(QStringLiteral("^\\*\\.\\*$")), QStringLiteral("*"));
+        filters << QStringLiteral("%1 (%2)").arg(parts[i], patterns.join(QLatin1Char(' ')));
     }
     return filters;
 }
@@ -206,6 +211,12 @@ public:
         frame.moveCenter(area.center());
         move(frame.topLeft());
     }
+    void RepositionPanel() override
+    {
+        if (mPanel) {
+            layout()->activate();
+        }
+    }
     boost::intrusive_ptr<zelui::controls::UI_CheckBox> AddCheckBox(const std::wstring& inName,
                                                                    const std::wstring& inLabel) override
     {
@@ -219,6 +230,7 @@ public:
     boost::intrusive_ptr<zelui::controls::UI_StaticText> AddText(const std::wstring& inName) override
     {
         auto* label = new QLabel;
+        label->setTextFormat(Qt::PlainText); // file names are shown as they are, never as markup
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         return AddToPanel<zelui::controls::UI_StaticText>(label, inName, 0);
     }
@@ -245,6 +257,16 @@ public:
     }
 
 protected:
+    void resizeEvent(QResizeEvent* inEvent) override
+    {
+        QFileDialog::resizeEvent(inEvent);
+        if (mCustomizer) {
+            const unsigned int type = isMaximized()   ? UIF::kFileChooserSize_Maximized
+                                      : isMinimized() ? UIF::kFileChooserSize_Minimized
+                                                      : UIF::kFileChooserSize_Restored;
+            mCustomizer->OnSize(type, {inEvent->size().width(), inEvent->size().height()});
+        }
+    }
     void showEvent(QShowEvent* inEvent) override
     {
         QFileDialog::showEvent(inEvent);

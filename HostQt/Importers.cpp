@@ -11,9 +11,6 @@ extern "C" {
 #include <libavformat/avformat.h>
 }
 
-#include "BE/Media.h"
-#include "BE/Project.h"
-#include "BE/ProjectItem.h"
 #include "HostQt/FileChooser.h"
 #include "KOR/Paths.h"
 #include "ML/ImportableFileTypes.h"
@@ -66,27 +63,6 @@ std::set<std::wstring> ImportableFileTypeUtils::GetImportableFileExtensions()
 
 } // namespace ML
 
-namespace BE {
-
-const KOR::InterfaceID IMedia::kIID = {0x42, 0x45, 0x4d, 0x65, 0x64, 0x69, 0x61, 0x00,
-                                       0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x01};
-IMedia::~IMedia() = default;
-const KOR::InterfaceID IPropertyBag::kIID = {0x42, 0x45, 0x50, 0x72, 0x6f, 0x70, 0x42, 0x61,
-                                             0x67, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x01};
-IPropertyBag::~IPropertyBag() = default;
-const KOR::InterfaceID IProjectItem::kIID = {0x42, 0x45, 0x50, 0x72, 0x6f, 0x6a, 0x49, 0x74,
-                                             0x65, 0x6d, 0x00, 0x00, 0x00, 0x00, 0x00, 0x01};
-IProjectItem::~IProjectItem() = default;
-
-KOR::InterfaceID GetTarvixLinkMediaImplementationID()
-{
-    return {0x42, 0x45, 0x4c, 0x69, 0x6e, 0x6b, 0x4d, 0x65, 0x64, 0x69, 0x61, 0x00, 0x00, 0x00, 0x00, 0x01};
-}
-std::vector<MediaRef> IProject::GetMedia() const { return {}; }
-MediaRef IProject::AddMedia(const std::wstring&, const std::wstring&, int) { return {}; }
-
-} // namespace BE
-
 namespace HostQt {
 
 namespace {
@@ -100,15 +76,6 @@ std::wstring Upper(const std::string& inAscii)
     return upper;
 }
 
-std::set<std::wstring> StillExtensions()
-{
-    std::set<std::wstring> stills;
-    for (const QByteArray& format : QImageReader::supportedImageFormats()) {
-        stills.insert(Upper(format.toStdString()));
-    }
-    return stills;
-}
-
 void AddList(const char* inCommaList, std::set<std::wstring>& ioItems)
 {
     std::istringstream list(inCommaList ? inCommaList : "");
@@ -119,24 +86,77 @@ void AddList(const char* inCommaList, std::set<std::wstring>& ioItems)
     }
 }
 
-// The extensions that some demuxer names, and those of every muxer whose container a demuxer of
-// the same name reads back (the WAV and AIFF demuxers, for one, recognise their files by content
-// and name no extension).
-std::set<std::wstring> ContainerExtensions()
+// FFmpeg reads single images through its image file demuxer and the per-format "_pipe" ones.
+bool ReadsStills(const AVInputFormat& inFormat)
 {
-    std::set<std::wstring> extensions;
-    std::set<std::wstring> readable;
+    const std::string name = inFormat.name ? inFormat.name : "";
+    const std::string pipe = "_pipe";
+    return name == "image2" ||
+           (name.size() > pipe.size() && name.compare(name.size() - pipe.size(), pipe.size(), pipe) == 0);
+}
+
+// What Qt's image readers take, and the images that FFmpeg reads (EXR, DPX and others Qt lacks).
+// The image file demuxer names no extensions: it reads what the image file muxer of its name writes.
+std::set<std::wstring> StillExtensions()
+{
+    std::set<std::wstring> stills;
+    for (const QByteArray& format : QImageReader::supportedImageFormats()) {
+        stills.insert(Upper(format.toStdString()));
+    }
     void* iterator = nullptr;
     while (const AVInputFormat* format = av_demuxer_iterate(&iterator)) {
-        AddList(format->extensions, extensions);
-        AddList(format->name, readable);
+        if (ReadsStills(*format)) {
+            AddList(format->extensions, stills);
+        }
+    }
+    const AVOutputFormat* imageFiles = av_guess_format("image2", nullptr, nullptr);
+    if (imageFiles && av_find_input_format("image2")) {
+        AddList(imageFiles->extensions, stills);
+    }
+    return stills;
+}
+
+// Whether a muxer writes sound or pictures: subtitle, text and metadata formats write neither.
+bool CarriesAudioOrVideo(const AVOutputFormat& inFormat)
+{
+    return inFormat.audio_codec != AV_CODEC_ID_NONE || inFormat.video_codec != AV_CODEC_ID_NONE;
+}
+
+// The extensions of the containers that carry audio or video and that FFmpeg reads: a demuxer's
+// own extensions when a muxer of its name writes sound or pictures, and the extensions of such a
+// muxer whose container a demuxer of the same name reads back (the WAV and AIFF demuxers, for
+// one, recognise their files by content and name no extension).
+std::set<std::wstring> ContainerExtensions()
+{
+    std::set<std::wstring> mediaMuxers;
+    void* iterator = nullptr;
+    while (const AVOutputFormat* format = av_muxer_iterate(&iterator)) {
+        if (CarriesAudioOrVideo(*format)) {
+            AddList(format->name, mediaMuxers);
+        }
+    }
+    const auto isMedia = [&](const std::set<std::wstring>& inNames) {
+        return std::any_of(inNames.begin(), inNames.end(),
+                           [&](const std::wstring& inName) { return mediaMuxers.count(inName) > 0; });
+    };
+    std::set<std::wstring> extensions;
+    std::set<std::wstring> readable;
+    iterator = nullptr;
+    while (const AVInputFormat* format = av_demuxer_iterate(&iterator)) {
+        std::set<std::wstring> names;
+        AddList(format->name, names);
+        if (isMedia(names)) {
+            AddList(format->extensions, extensions);
+        }
+        readable.insert(names.begin(), names.end());
     }
     iterator = nullptr;
     while (const AVOutputFormat* format = av_muxer_iterate(&iterator)) {
         std::set<std::wstring> names;
         AddList(format->name, names);
-        if (std::any_of(names.begin(), names.end(),
-                        [&](const std::wstring& inName) { return readable.count(inName); })) {
+        const bool readBack =
+            std::any_of(names.begin(), names.end(), [&](const std::wstring& inName) { return readable.count(inName); });
+        if (CarriesAudioOrVideo(*format) && readBack) {
             AddList(format->extensions, extensions);
         }
     }

@@ -653,6 +653,8 @@ KOR::ObjectPtr<KOR::Module, KOR::AtomicValue> LoadModuleObject(const QString& in
         L"module.resources", QFileInfo(inStringTablePath).absoluteDir().filePath(QStringLiteral("Images")).toStdWString());
     KOR::DirectoryRegistry::RegisterDirectory(
         L"legal.notices", QFileInfo(inStringTablePath).absoluteDir().filePath(QStringLiteral("Notices")).toStdWString());
+    KOR::DirectoryRegistry::RegisterDirectory(
+        L"module.templates", QFileInfo(inStringTablePath).absoluteDir().filePath(QStringLiteral("Templates")).toStdWString());
     return KOR::ObjectPtr<KOR::Module, KOR::AtomicValue>(new StringTableModule(std::move(table)));
 }
 

@@ -56,7 +56,8 @@ private:
 // The module object with its string table, read from a JSON file {"strings": {"11152": "..."}}.
 // The module's images are the PNG files of the "Images" folder beside the table (registered as
 // "module.resources"), the notices of what it ships with the texts of the "Notices" folder
-// (registered as "legal.notices").
+// (registered as "legal.notices"), and the templates of its native dialogs the Qt Designer files
+// of the "Templates" folder, named after their template numbers (registered as "module.templates").
 // Throws zelcore::Error when the file cannot be read.
 KOR::ObjectPtr<KOR::Module, KOR::AtomicValue> LoadModuleObject(const QString& inStringTablePath);
 

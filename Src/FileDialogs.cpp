@@ -22,7 +22,8 @@ void RememberFolderOf(const std::wstring& inPath)
     }
 }
 
-// The one-file forms and the many-file form share this run; false unless confirmed.
+// The one-file forms and the many-file form share this run; false unless confirmed. Players stop
+// and capture ends before the remembered folder is read, and the parent is disabled after it.
 bool AskFiles(UIF::FileChooserMode inMode, const std::wstring& inTitle, const std::wstring& inInitialName,
               const std::wstring& inInitialDirectory, const std::wstring& inFilter, unsigned long inFlags,
               HWND inParent, std::vector<std::wstring>& outPaths)
@@ -32,11 +33,13 @@ bool AskFiles(UIF::FileChooserMode inMode, const std::wstring& inTitle, const st
         using CustomFileDialog::CustomFileDialog;
         bool Run(const std::wstring& inTitle, const std::wstring& inDirectory, HWND inParent)
         {
+            StopPlayersAndEndCapture();
             mRequest.title = inTitle;
             mRequest.initialDirectory = InitialDirectory(inDirectory);
             mRequest.windowName = mRequest.mode == UIF::FileChooserMode::kSave ? L"SaveFileDialog" : L"OpenFileDialog";
+            DisableOwner(inParent);
             std::uint32_t failure = 0;
-            return RunChooser(inParent, failure) == 1;
+            return RunChooser(failure) == 1;
         }
     } dialog(inMode, L"", inInitialName, inFlags, inFilter);
     if (!dialog.Run(inTitle, inInitialDirectory, inParent)) {
@@ -68,14 +71,16 @@ bool SelectionFits(const std::wstring& inSelection, std::size_t inBufferChars)
     return inSelection.size() + (several ? 2 : 1) <= inBufferChars;
 }
 
+// The list ends at the first empty string, as the system's buffer does: what follows is stale.
 std::vector<std::wstring> SplitSelection(const std::wstring& inSelection)
 {
     std::vector<std::wstring> parts;
     for (std::size_t start = 0; start < inSelection.size();) {
         const std::size_t end = std::min(inSelection.find(L'\0', start), inSelection.size());
-        if (end > start) {
-            parts.push_back(inSelection.substr(start, end - start));
+        if (end == start) {
+            break;
         }
+        parts.push_back(inSelection.substr(start, end - start));
         start = end + 1;
     }
     if (parts.size() < 2) {
@@ -118,17 +123,32 @@ CustomFileDialog::~CustomFileDialog() = default;
 
 std::vector<std::wstring> CustomFileDialog::GetFilePaths() const { return SplitSelection(mFileBuffer); }
 
-int CustomFileDialog::RunChooser(HWND inOwner, std::uint32_t& outFailure)
+void CustomFileDialog::StopPlayersAndEndCapture()
 {
     UIF::PlayerControl::StopAllPlayers();
     if (zelui::ui::UI_NodeManager* manager = zelui::ui::UI_NodeManager::Get()) {
         manager->EndInputCapture(false);
     }
+}
+
+void CustomFileDialog::DisableOwner(HWND inOwner)
+{
     if (!mRequest.owner) {
         mRequest.owner = inOwner;
     }
-    const UIF::Windows::ParentAndChildWindowDisabler disabler(mRequest.owner);
+    mDisabler.emplace(mRequest.owner);
+}
+
+void CustomFileDialog::BeginModal(HWND inOwner)
+{
+    DisableOwner(inOwner);
+    StopPlayersAndEndCapture();
+}
+
+int CustomFileDialog::RunChooser(std::uint32_t& outFailure)
+{
     const UIF::FileChooserResult result = UIF::FileChooser::Run(mRequest, this);
+    mDisabler.reset();
     outFailure = 0;
     if (!result.confirmed) {
         return 0;
@@ -156,18 +176,19 @@ bool AskOpenFile(const std::wstring& inTitle, std::wstring& ioPath, const std::w
     return true;
 }
 
-bool AskOpenFile(const std::wstring& inTitle, std::vector<std::wstring>& outPaths,
+// The paths are checked before the caller's vector takes them, so a broken contract leaves it as it was.
+bool AskOpenFile(const std::wstring& inTitle, std::vector<std::wstring>& ioPaths,
                  const std::wstring& inInitialDirectory, const std::wstring& inFilter, unsigned long inFlags,
                  HWND inParent)
 {
-    std::vector<std::wstring> paths;
-    const std::wstring initialName = outPaths.empty() ? L"" : outPaths.front();
+    std::vector<std::wstring> outPaths;
+    const std::wstring initialName = ioPaths.empty() ? L"" : ioPaths.front();
     if (!AskFiles(UIF::FileChooserMode::kOpen, inTitle, initialName, inInitialDirectory, inFilter, inFlags, inParent,
-                  paths)) {
+                  outPaths)) {
         return false;
     }
-    ZEL_OUTPUT_CONTRACT(!paths.empty());
-    outPaths = std::move(paths);
+    ZEL_OUTPUT_CONTRACT(!outPaths.empty());
+    ioPaths = std::move(outPaths);
     return true;
 }
 
@@ -194,11 +215,13 @@ bool AskFolderChooser(const std::wstring& inTitle, std::wstring& ioFolder, const
         using CustomFileDialog::CustomFileDialog;
         bool Run(const std::wstring& inTitle, const std::wstring& inDirectory, HWND inParent)
         {
+            StopPlayersAndEndCapture();
             mRequest.title = inTitle;
             mRequest.initialDirectory = InitialDirectory(inDirectory);
             mRequest.windowName = L"FolderChooserDialog";
+            DisableOwner(inParent);
             std::uint32_t failure = 0;
-            return RunChooser(inParent, failure) == 1;
+            return RunChooser(failure) == 1;
         }
     } dialog(UIF::FileChooserMode::kFolder, L"", L"", inFlags & ~kDialogFlag_AllowMultiSelect, inFilter);
     if (!dialog.Run(inTitle, inInitialDirectory.empty() ? ioFolder : inInitialDirectory, inParent)) {

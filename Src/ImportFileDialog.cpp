@@ -70,13 +70,21 @@ std::optional<NumberedName> SplitNumberedName(const std::wstring& inName)
     return NumberedName{inName.substr(0, start), inName.substr(start, dot - start), inName.substr(dot)};
 }
 
+// One pass over the template: a value is never searched for markers, so a file name holding "^2"
+// stays as it is.
 std::wstring Format(unsigned int inID, const std::vector<std::wstring>& inValues)
 {
-    std::wstring text = LoadString(inID);
-    for (std::size_t index = 0; index < inValues.size(); ++index) {
-        const std::wstring marker = L"^" + std::to_wstring(index + 1);
-        if (const std::size_t at = text.find(marker); at != std::wstring::npos) {
-            text.replace(at, marker.size(), inValues[index]);
+    const std::wstring pattern = LoadString(inID);
+    std::wstring text;
+    for (std::size_t at = 0; at < pattern.size(); ++at) {
+        const std::size_t index = at + 1 < pattern.size() && pattern[at] == L'^' && IsDigit(pattern[at + 1])
+                                      ? static_cast<std::size_t>(pattern[at + 1] - L'0')
+                                      : 0;
+        if (index >= 1 && index <= inValues.size()) {
+            text += inValues[index - 1];
+            ++at;
+        } else {
+            text += pattern[at];
         }
     }
     return text;
@@ -100,8 +108,33 @@ bool KeepInImportList(const std::wstring& inName, UIF::FileChooserItemKind inKin
     return extension == L"LNK" || inSupported.count(extension) > 0;
 }
 
-// A run written with zero padding has one width; one without has none and no leading zeros. A
-// selected name without a leading zero belongs to a padded run when a neighbour of its width has one.
+namespace {
+
+// The width a run pads its numbers to: the selected name's when it has a leading zero, else the
+// widest padded neighbour's that is no wider than the selected name, else none (1). Which name of
+// the run is selected does not change the run, also where its numbers outgrow the padding.
+std::size_t RunWidth(const NumberedName& inSelected, const std::vector<NumberedName>& inNeighbours)
+{
+    if (inSelected.Padded()) {
+        return inSelected.digits.size();
+    }
+    std::size_t width = 1;
+    for (const NumberedName& neighbour : inNeighbours) {
+        if (neighbour.Padded() && neighbour.digits.size() <= inSelected.digits.size()) {
+            width = std::max(width, neighbour.digits.size());
+        }
+    }
+    return width;
+}
+
+// A name belongs to a run of inWidth when its digits are its number zero-padded to that width.
+bool WrittenAtWidth(const NumberedName& inName, std::size_t inWidth)
+{
+    return inName.digits.size() == inWidth || (inName.digits.size() > inWidth && inName.digits.front() != L'0');
+}
+
+} // namespace
+
 std::optional<NumberedRun> FindNumberedRun(const std::wstring& inName, const std::vector<std::wstring>& inFolderNames)
 {
     const std::optional<NumberedName> selected = SplitNumberedName(inName);
@@ -115,13 +148,10 @@ std::optional<NumberedRun> FindNumberedRun(const std::wstring& inName, const std
             neighbours.push_back(std::move(*split));
         }
     }
-    const std::size_t width = selected->digits.size();
-    const bool padded = selected->Padded() ||
-                        std::any_of(neighbours.begin(), neighbours.end(),
-                                    [&](const NumberedName& n) { return n.digits.size() == width && n.Padded(); });
+    const std::size_t width = RunWidth(*selected, neighbours);
     std::map<std::int64_t, std::wstring> members{{selected->Number(), inName}};
     for (const NumberedName& neighbour : neighbours) {
-        if (padded ? neighbour.digits.size() == width : !neighbour.Padded()) {
+        if (WrittenAtWidth(neighbour, width)) {
             members.emplace(neighbour.Number(), neighbour.prefix + neighbour.digits + neighbour.suffix);
         }
     }
@@ -159,6 +189,7 @@ ImportFileDialog::~ImportFileDialog() = default;
 // The filter index is read 8 bits wide and written 32 bits wide, as earlier versions stored it.
 int ImportFileDialog::DoModal(HWND inOwner)
 {
+    BeginModal(inOwner);
     BE::Backend* backend = BE::GetBackend();
     if (!backend) {
         KOR::ThrowNullInterfaceDereference();
@@ -170,7 +201,9 @@ int ImportFileDialog::DoModal(HWND inOwner)
     mRequest.filterIndex = static_cast<std::uint8_t>(backend->GetIntProperty(kLastUsedFilterIndexProperty, 0));
     mFilteringAllTypes = mRequest.filterIndex <= 1;
 
-    if (RunChooser(inOwner, mFailure) != 1) {
+    const int run = RunChooser(mFailure);
+    mWindow = nullptr;
+    if (run != 1) {
         if (mFailure != 0) {
             mCancelled = true;
         }
@@ -194,20 +227,44 @@ int ImportFileDialog::DoModal(HWND inOwner)
 }
 
 // A numbered-stills result that the host preset shows as a checked box.
-void ImportFileDialog::OnInitDialog(UIF::FileChooserWindow& ioWindow)
+long ImportFileDialog::OnInitDialog(UIF::FileChooserWindow& ioWindow)
 {
+    mWindow = &ioWindow;
     mNumberedStillsCheckbox = ioWindow.AddCheckBox(L"numberedStillsCheckbox", LoadString(kStr_ImportNumberedStills));
     mRunStaticText = ioWindow.AddText(L"numberedRunStaticText");
     mImportFolderButton = ioWindow.AddButton(L"importFolderButton", LoadString(kStr_ImportFolder));
     mImportFolderButton->SetEnabled(false);
-    mImportFolderButton->NotifyWhenChanged([this, &ioWindow] { OnImportFolder(ioWindow); });
+    mImportFolderButton->NotifyWhenChanged([this] {
+        OnImportFolder(kButtonClicked, kImportFolderButtonID, KOR::HWNDFromNode(mImportFolderButton.get()));
+    });
     mNumberedStillsCheckbox->SetChecked(mNumberedStills);
     UpdateControls(false);
+    RepositionControls();
+    return 0;
 }
 
-void ImportFileDialog::OnInitDone(UIF::FileChooserWindow& ioWindow) { ioWindow.CenterOverMainWindow(); }
+long ImportFileDialog::OnInitDone(UIF::FileChooserWindow& ioWindow)
+{
+    ioWindow.CenterOverMainWindow();
+    return 0;
+}
 
-void ImportFileDialog::OnSelChange(UIF::FileChooserWindow& ioWindow)
+long ImportFileDialog::OnSize(unsigned int, UIF::FileChooserSize)
+{
+    RepositionControls();
+    return 0;
+}
+
+// The host's panel layout keeps the box under the file-name box and the button under Cancel at
+// any size; this asks for it at once.
+void ImportFileDialog::RepositionControls()
+{
+    if (mWindow) {
+        mWindow->RepositionPanel();
+    }
+}
+
+long ImportFileDialog::OnSelChange(UIF::FileChooserWindow& ioWindow)
 {
     FilterVisibleItems(ioWindow);
     const std::wstring path = ioWindow.GetFilePath();
@@ -215,13 +272,16 @@ void ImportFileDialog::OnSelChange(UIF::FileChooserWindow& ioWindow)
     if (!path.empty()) {
         mDirectoryPath = path;
     }
-    mImportFolderButton->SetEnabled(mIsDirectory);
+    if (mImportFolderButton) {
+        mImportFolderButton->SetEnabled(mIsDirectory);
+    }
     // A double quote means several names were typed or selected.
     const std::wstring nameText = ioWindow.GetFileNameText();
     const bool numbered = !nameText.empty() && nameText.find(L'"') == std::wstring::npos && IsIncremental(nameText) &&
                           IsStillImporter(nameText);
     UpdateControls(numbered);
     DescribeRun(ioWindow, nameText, numbered);
+    return 0;
 }
 
 void ImportFileDialog::OnFolderChange(UIF::FileChooserWindow& ioWindow)
@@ -230,10 +290,11 @@ void ImportFileDialog::OnFolderChange(UIF::FileChooserWindow& ioWindow)
     FilterVisibleItems(ioWindow);
 }
 
-void ImportFileDialog::OnFileOK(UIF::FileChooserWindow&)
+int ImportFileDialog::OnFileOK(UIF::FileChooserWindow&)
 {
     mNumberedStills = mNumberedStillsCheckbox && mNumberedStillsCheckbox->IsChecked();
     mCancelled = false;
+    return 1;
 }
 
 // The list follows the file type at once: the host's list filter can bring items back.
@@ -244,17 +305,22 @@ bool ImportFileDialog::KeepListItem(const std::wstring& inName, UIF::FileChooser
     return !mFilteringAllTypes || KeepInImportList(inName, inKind, mSupportedExtensions);
 }
 
-void ImportFileDialog::OnImportFolder(UIF::FileChooserWindow& ioWindow)
+void ImportFileDialog::OnImportFolder(unsigned int, int, HWND)
 {
-    if (mIsDirectory) {
+    if (mIsDirectory && mWindow) {
         mCancelled = false;
-        ioWindow.CloseAsCancelled();
+        mWindow->CloseAsCancelled();
     }
 }
 
 // Disabling leaves the check mark alone on purpose: a check made while an earlier name was
 // numbered still counts when the user confirms.
-void ImportFileDialog::UpdateControls(bool inEnable) { mNumberedStillsCheckbox->SetEnabled(inEnable); }
+void ImportFileDialog::UpdateControls(bool inEnable)
+{
+    if (mNumberedStillsCheckbox) {
+        mNumberedStillsCheckbox->SetEnabled(inEnable);
+    }
+}
 
 void ImportFileDialog::FilterVisibleItems(UIF::FileChooserWindow& ioWindow)
 {
@@ -273,7 +339,9 @@ void ImportFileDialog::DescribeRun(UIF::FileChooserWindow& ioWindow, const std::
         run = FindNumberedRun(inName, FolderNames(KOR::PathUtils::GetFullDirectoryPart(path),
                                                   KOR::PathUtils::GetExtensionPart(inName)));
     }
-    mRunStaticText->SetText(run ? DescribeNumberedRun(*run) : L"");
+    if (mRunStaticText) {
+        mRunStaticText->SetText(run ? DescribeNumberedRun(*run) : L"");
+    }
 }
 
 bool ImportFileDialog::IsStillImporter(const std::wstring& inName) const

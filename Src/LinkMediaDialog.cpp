@@ -32,32 +32,40 @@ enum class Answer { kChosen, kSkip, kSkipAll, kCancel };
 // and the skip buttons that the logic offers.
 class RelinkFileDialog : public CustomFileDialog {
 public:
-    RelinkFileDialog(const IFileRelinker& inItem, std::uint32_t inFlags, const std::wstring& inFolder)
+    RelinkFileDialog(const IFileRelinker& inItem, std::uint32_t inFlags)
         : CustomFileDialog(UIF::FileChooserMode::kOpen, L"", L"", 0, RelinkFilter()), mFlags(inFlags),
           mMissingPath(inItem.GetFilePath())
     {
         mRequest.windowName = L"RelinkFileDialog";
         mRequest.title = WithName(kStr_RelinkTitle, inItem.GetDisplayName());
-        mRequest.initialDirectory = InitialDirectory(inFolder);
     }
 
-    Answer Run(HWND inParent)
+    // In the order of the open dialogs: players stopped, the folder read, the owner disabled.
+    Answer Run(const std::wstring& inFolder, HWND inParent)
     {
+        StopPlayersAndEndCapture();
+        mRequest.initialDirectory = InitialDirectory(inFolder);
+        DisableOwner(inParent);
         std::uint32_t failure = 0;
-        if (RunChooser(inParent, failure) == 1 && !GetFilePaths().empty()) {
+        if (RunChooser(failure) == 1 && !GetFilePaths().empty()) {
             return Answer::kChosen;
         }
         return mAnswer;
     }
 
-    void OnInitDialog(UIF::FileChooserWindow& ioWindow) override
+    long OnInitDialog(UIF::FileChooserWindow& ioWindow) override
     {
         ioWindow.AddText(L"missingPathStaticText")->SetText(WithName(kStr_RelinkMissingPath, mMissingPath));
         AddAnswerButton(ioWindow, kRelinkDialog_Skip, L"skipButton", kStr_RelinkSkip, Answer::kSkip);
         AddAnswerButton(ioWindow, kRelinkDialog_SkipAll, L"skipAllButton", kStr_RelinkSkipAll, Answer::kSkipAll);
+        return 0;
     }
 
-    void OnInitDone(UIF::FileChooserWindow& ioWindow) override { ioWindow.CenterOverMainWindow(); }
+    long OnInitDone(UIF::FileChooserWindow& ioWindow) override
+    {
+        ioWindow.CenterOverMainWindow();
+        return 0;
+    }
 
 private:
     void AddAnswerButton(UIF::FileChooserWindow& ioWindow, std::uint32_t inFlag, const wchar_t* inName,
@@ -91,10 +99,10 @@ bool IsSettled(const ILinkLocateLogic& inLogic, const FileRelinkerRef& inItem, b
 Answer AskForItem(ILinkLocateLogic& ioLogic, const FileRelinkerRef& inItem, std::wstring& ioFolder)
 {
     while (true) {
-        RelinkFileDialog chooser(*inItem, ioLogic.GetDialogFlags(), ioFolder);
-        const Answer answer = chooser.Run(KOR::HWNDFromNode(UIF::Workspace::GetPtr()
-                                                                ? UIF::Workspace::GetPtr()->GetMainTopLevelWindow()
-                                                                : nullptr));
+        RelinkFileDialog chooser(*inItem, ioLogic.GetDialogFlags());
+        const UIF::Workspace* workspace = UIF::Workspace::GetPtr();
+        const Answer answer =
+            chooser.Run(ioFolder, KOR::HWNDFromNode(workspace ? workspace->GetMainTopLevelWindow() : nullptr));
         if (answer != Answer::kChosen) {
             return answer;
         }

@@ -3,6 +3,9 @@
 #include <iterator>
 
 #include "DLG/ColorMatteNameDialog.h"
+#include "DLG/DeviceControlSerialSetupDialog.h"
+#include "DLG/SerialExportOptionsDialog.h"
+#include "DLG/SerialExportStatusDialog.h"
 
 namespace DLG {
 
@@ -43,12 +46,11 @@ struct DispatchEntry {
     Creator mCreate;
 };
 
-// Tried in this order. The serial dialogs are not part of this build yet: their identifiers
-// are known but no creator answers to them, so the host is told that nothing was opened.
+// Tried in this order.
 const DispatchEntry kDispatchTable[] = {
-    {kSerialExportToTapeDialogID, nullptr},
-    {kSerialSetupDialogID, nullptr},
-    {kSerialExportStatusDialogID, nullptr},
+    {kSerialExportToTapeDialogID, &CreateSerialExportOptionsDialog},
+    {kSerialSetupDialogID, &CreateSerialSetupDialog},
+    {kSerialExportStatusDialogID, &CreateSerialExportStatusDialog},
     {kColorMatteNameDialogID, &ColorMatteName::CreateColorMatteNameDialog},
 };
 
@@ -78,9 +80,6 @@ bool DispatchDialog(const std::wstring& inDialogID, KOR::InterfaceRef<KOR::KORUn
 {
     for (const DispatchEntry& entry : kDispatchTable) {
         if (entry.mID == inDialogID) {
-            if (!entry.mCreate) {
-                return false;
-            }
             entry.mCreate(inDialogID, inParameters, inSupplier, inParent);
             return true;
         }

@@ -103,9 +103,24 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
              "DLG::ImportFileDialog::ImportFileDialog(wchar_t const*, unsigned int, wchar_t const*, std::set<" +
                  wstring + ", std::less<" + wstring + " >, std::allocator<" + wstring + " > > const&, wchar_t const*)",
              std::string("DLG::ImportFileDialog::DoModal(void*)"),
-             std::string("DLG::ImportFileDialog::OnImportFolder(UIF::FileChooserWindow&)"),
+             std::string("DLG::ImportFileDialog::OnImportFolder(unsigned int, int, void*)"),
+             std::string("DLG::ImportFileDialog::OnSize(unsigned int, UIF::FileChooserSize)"),
+             std::string("DLG::ImportFileDialog::OnFileOK(UIF::FileChooserWindow&)"),
              std::string("DLG::ImportFileDialog::OnSelChange(UIF::FileChooserWindow&)"),
              std::string("DLG::DoPatentAndLegalNoticesDialog()"),
+             std::string("DLG::ExportToTapeDialogImpl::SetControlValues(KOR::Timecode const&, KOR::Timecode const&, "
+                         "KOR::Timecode const&, KOR::Time, bool, bool, bool, bool, bool, bool, bool, unsigned int, "
+                         "unsigned int, unsigned int)"),
+             std::string("DLG::ExportToTapeDialogImpl::GetControlValues(KOR::Time&, bool&, bool&, bool&, bool&, bool&, "
+                         "bool&, bool&, unsigned int&, unsigned int&, unsigned int&) const"),
+             std::string("DLG::ExportToTapeDialogImpl::SetExportState(unsigned int)"),
+             "DLG::ExportToTapeDialogImpl::SetActionButtonString(" + wstring + " const&)",
+             "DLG::ExportToTapeDialogImpl::SetDroppedFramesString(" + wstring + " const&)",
+             std::string("DLG::ExportToTapeDialogImpl::UpdateProgressTimecodes(KOR::Timecode const&, KOR::Timecode "
+                         "const&, KOR::Timecode const&)"),
+             std::string("DLG::ExportToTapeDialogImpl::CloseDialog()"),
+             std::string("DLG::ExportToTapeDialogImpl::DoModal()"),
+             std::string("DLG::ExportStateTextIDs(unsigned int)"),
          }) {
         EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;
     }

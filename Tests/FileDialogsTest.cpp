@@ -4,6 +4,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QLineEdit>
+#include <QListView>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -13,6 +15,7 @@
 #include "CheckedUser.h"
 #include "DLG/FileDialogs.h"
 #include "KOR/Platform.h"
+#include "KOR/Services.h"
 #include "TestHost.h"
 #include "zelcore/Error.h"
 
@@ -62,6 +65,9 @@ TEST(FileDialogRules, SelectionSplitsIntoFullPaths)
         {"a drive root", L"D:\\\0a.wav\0b.wav"s, {L"D:\\a.wav", L"D:\\b.wav"}},
         {"ended by zeros", L"/media\0a.png\0b.png\0\0"s, {L"/media/a.png", L"/media/b.png"}},
         {"nothing", L""s, {}},
+        {"stale names after the end", L"/media\0\0stale.png"s, {L"/media"}},
+        {"stale names after the last name", L"/media\0a.png\0b.png\0\0stale.png"s, {L"/media/a.png", L"/media/b.png"}},
+        {"an empty buffer with stale names", L"\0stale.png"s, {}},
     };
     for (const SplitCase& c : cases) {
         EXPECT_EQ(DLG::SplitSelection(c.selection), c.paths) << c.label;
@@ -99,6 +105,28 @@ TEST(FileDialogContracts, OneFileFormsRefuseTheMultiSelectFlag)
     EXPECT_THAT(host.Counts().contractsFailed, ElementsAre("!(inFlags & kDialogFlag_AllowMultiSelect)",
                                                            "!(inFlags & kDialogFlag_AllowMultiSelect)"));
     EXPECT_EQ(path, L"/tmp/x");
+}
+
+// A chooser that confirms without naming anything.
+class EmptyConfirmingChooser : public UIF::FileChooserService {
+public:
+    UIF::FileChooserResult Run(const UIF::FileChooserRequest&, UIF::FileChooserCustomizer*) override
+    {
+        return {true, L"", 1};
+    }
+};
+
+TEST(FileDialogContracts, AConfirmedManyFileOpenWithoutPathsBreaksTheOutputContract)
+{
+    TestHost host;
+    EmptyConfirmingChooser chooser;
+    UIF::FileChooserService* real = std::exchange(KOR::Services().fileChooser, &chooser);
+    std::vector<std::wstring> paths{L"/tmp/kept.png"};
+    EXPECT_THROW(DLG::AskOpenFile(L"Open", paths, L"", L"", DLG::kDialogFlag_AllowMultiSelect, nullptr),
+                 zelcore::Error);
+    KOR::Services().fileChooser = real;
+    EXPECT_THAT(host.Counts().contractsFailed, ElementsAre("!outPaths.empty()"));
+    EXPECT_THAT(paths, ElementsAre(L"/tmp/kept.png"));
 }
 
 // A folder of media files that a test chooses from.
@@ -177,7 +205,63 @@ TEST_F(ChooserFixture, ARememberedFolderThatWentIsIgnored)
     EXPECT_EQ(Remembered(), gone.path().toStdWString());
 }
 
-TEST_F(ChooserFixture, SaveTakesATypedNameAndFolderChooserAFolder)
+struct TypeCase {
+    const char* label;
+    std::wstring filter;
+    QStringList listed;
+};
+
+// The list of a chooser with each filter: "*.*" takes files without an extension too.
+TEST_F(ChooserFixture, TheTypeShownDecidesTheFilesListed)
+{
+    using namespace std::string_literals;
+    QFile readme(mMedia.filePath(QStringLiteral("README")));
+    ASSERT_TRUE(readme.open(QIODevice::WriteOnly));
+    const QStringList all{QStringLiteral("README"), QStringLiteral("Sub"),   QStringLiteral("a.png"),
+                          QStringLiteral("b.png"),  QStringLiteral("c.png"), QStringLiteral("d.wav")};
+    const TypeCase cases[] = {
+        {"all files as *.*", L"All Files\0*.*\0"s, all},
+        {"all files as *", L"All Files\0*\0"s, all},
+        {"stills and *.* together", L"Mixed\0*.png;*.*\0"s, all},
+        {"sounds", L"Sounds\0*.wav\0"s, {QStringLiteral("Sub"), QStringLiteral("d.wav")}},
+    };
+    for (const TypeCase& c : cases) {
+        QStringList listed;
+        CheckedUser user;
+        user.On(QStringLiteral("OpenFileDialog"))
+            .Inspect([&listed](QWidget& inWindow) {
+                const auto* list = inWindow.findChild<QListView*>(QStringLiteral("listView"));
+                ASSERT_NE(list, nullptr);
+                for (int row = 0; row < list->model()->rowCount(list->rootIndex()); ++row) {
+                    listed << list->model()->index(row, 0, list->rootIndex()).data().toString();
+                }
+            })
+            .Press(Qt::Key_Escape);
+        std::wstring path;
+        EXPECT_FALSE(DLG::AskOpenFile(L"Open", path, Media(), c.filter, 0, nullptr)) << c.label;
+        listed.sort();
+        EXPECT_EQ(listed, c.listed) << c.label;
+    }
+}
+
+TEST_F(ChooserFixture, A300CharacterInitialNameShows259)
+{
+    std::wstring path(300, L'n');
+    CheckedUser user;
+    user.On(QStringLiteral("OpenFileDialog"))
+        .Inspect([](QWidget& inWindow) {
+            const auto* name = inWindow.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            ASSERT_NE(name, nullptr);
+            EXPECT_EQ(name->text(), QString(259, QLatin1Char('n')));
+        })
+        .Press(Qt::Key_Escape);
+    EXPECT_FALSE(DLG::AskOpenFile(L"Open", path, Media(), L"", 0, nullptr));
+    EXPECT_EQ(path.size(), 300u);
+}
+
+// The folder chooser remembers the chosen folder itself, not its parent, on purpose: the next
+// folder chooser opens where the user chose.
+TEST_F(ChooserFixture, SaveTakesATypedNameAndFolderChooserRemembersTheChosenFolderItself)
 {
     std::wstring saved;
     std::wstring folder;

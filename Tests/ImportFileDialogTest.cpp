@@ -90,9 +90,27 @@ struct RunCase {
     std::int64_t missing;
 };
 
+// f_098.png to f_999.png and then f_1000.png, f_1001.png: a padded run that outgrows its width.
+std::vector<std::wstring> OutgrownRun()
+{
+    std::vector<std::wstring> names;
+    for (int number = 98; number <= 1001; ++number) {
+        const std::wstring digits = std::to_wstring(number);
+        names.push_back(L"f_" + std::wstring(digits.size() < 3 ? 3 - digits.size() : 0, L'0') + digits + L".png");
+    }
+    return names;
+}
+
 TEST(ImportRules, NumberedRunSpansTheNeighboursOfTheSelectedName)
 {
     const RunCase cases[] = {
+        {"an outgrown padded run from a padded name", L"f_098.png", OutgrownRun(), L"f_098.png", L"f_1001.png", 904,
+         0},
+        {"an outgrown padded run from its middle", L"f_500.png", OutgrownRun(), L"f_098.png", L"f_1001.png", 904, 0},
+        {"an outgrown padded run from beyond its width", L"f_1000.png", OutgrownRun(), L"f_098.png", L"f_1001.png",
+         904, 0},
+        {"padded names wider than the selected one are another run", L"s_999.png",
+         {L"s_0999.png", L"s_0100.png", L"s_999.png", L"s_1000.png"}, L"s_999.png", L"s_1000.png", 2, 0},
         {"padded with a gap", L"frame_0003.png",
          {L"frame_0001.png", L"frame_0002.png", L"frame_0003.png", L"frame_0005.png", L"clip.png"},
          L"frame_0001.png", L"frame_0005.png", 5, 1},
@@ -116,6 +134,26 @@ TEST(ImportRules, NumberedRunSpansTheNeighboursOfTheSelectedName)
         EXPECT_EQ(run->Missing(), c.missing) << c.label;
     }
     EXPECT_FALSE(DLG::FindNumberedRun(L"clip.png", {L"clip.png"}).has_value());
+}
+
+struct LineCase {
+    const char* label;
+    DLG::NumberedRun run;
+    std::wstring line;
+};
+
+TEST(ImportRules, TheRunLineKeepsNamesAsTheyAre)
+{
+    TestHost host;
+    const LineCase cases[] = {
+        {"with gaps", {L"f_01.png", L"f_05.png", 1, 5, 3}, L"f_01.png to f_05.png: 5 frames, 2 missing"},
+        {"complete", {L"f_01.png", L"f_05.png", 1, 5, 5}, L"f_01.png to f_05.png: 5 frames"},
+        {"alone", {L"f_01.png", L"f_01.png", 1, 1, 1}, L"f_01.png: no numbered neighbours"},
+        {"names holding markers", {L"a^2^4_1.png", L"a^1^3_9.png", 1, 9, 9}, L"a^2^4_1.png to a^1^3_9.png: 9 frames"},
+    };
+    for (const LineCase& c : cases) {
+        EXPECT_EQ(DLG::DescribeNumberedRun(c.run), c.line) << c.label;
+    }
 }
 
 // A folder of media: a numbered run with frame 4 missing, a plain still, a file of another type,
@@ -361,6 +399,68 @@ TEST_F(ImportFixture, FolderAndTypeAreRememberedOnlyWhenConfirmed)
     EXPECT_EQ(backend.GetIntProperty(DLG::ImportFileDialog::kLastUsedFilterIndexProperty, -1), 2);
 }
 
+struct RememberCase {
+    const char* label;
+    QStringList selected;
+};
+
+// The folder of the files is stored: the first string of several, the folder of one.
+TEST_F(ImportFixture, ConfirmedFilesStoreTheirFolder)
+{
+    const RememberCase cases[] = {
+        {"one file", {QStringLiteral("clip.png")}},
+        {"three files",
+         {QStringLiteral("frame_0001.png"), QStringLiteral("clip.png"), QStringLiteral("frame_0005.png")}},
+    };
+    for (const RememberCase& c : cases) {
+        QTemporaryDir elsewhere;
+        BE::GetBackend()->SetStringProperty(BE::kLastUsedDirectoryKey, elsewhere.path().toStdWString());
+        const Outcome outcome = Run([&](Step& s) { s.ChangeFolder(mMedia.path()).SelectItems(c.selected).Confirm(); });
+        EXPECT_EQ(outcome.paths.size(), static_cast<std::size_t>(c.selected.size())) << c.label;
+        EXPECT_EQ(BE::GetBackend()->GetStringProperty(BE::kLastUsedDirectoryKey, L""), mMedia.path().toStdWString())
+            << c.label;
+    }
+}
+
+// A chooser that keeps the folder it was asked to open in, and cancels.
+class FolderNotingChooser : public UIF::FileChooserService {
+public:
+    UIF::FileChooserResult Run(const UIF::FileChooserRequest& inRequest, UIF::FileChooserCustomizer*) override
+    {
+        mInitialDirectory = inRequest.initialDirectory;
+        return {};
+    }
+    std::wstring mInitialDirectory = L"not asked";
+};
+
+// Qt's dialog shows some other folder for one that is gone, so the request itself is looked at.
+TEST_F(ImportFixture, ARememberedFolderIsUsedOnlyWhileItExists)
+{
+    QTemporaryDir gone;
+    const std::wstring gonePath = gone.path().toStdWString();
+    ASSERT_TRUE(gone.remove());
+    const std::wstring kept = mMedia.path().toStdWString();
+    const struct {
+        const char* label;
+        std::wstring remembered;
+        std::wstring opened;
+    } cases[] = {
+        {"a folder that exists", kept, kept},
+        {"a folder that went", gonePath, L""},
+        {"a file", WPath("clip.png"), L""},
+    };
+    for (const auto& c : cases) {
+        BE::GetBackend()->SetStringProperty(BE::kLastUsedDirectoryKey, c.remembered);
+        FolderNotingChooser chooser;
+        UIF::FileChooserService* real = std::exchange(KOR::Services().fileChooser, &chooser);
+        DLG::ImportFileDialog dialog(nullptr, 0, nullptr, {}, nullptr);
+        EXPECT_EQ(dialog.DoModal(nullptr), 2) << c.label;
+        KOR::Services().fileChooser = real;
+        EXPECT_EQ(chooser.mInitialDirectory, c.opened) << c.label;
+        EXPECT_EQ(BE::GetBackend()->GetStringProperty(BE::kLastUsedDirectoryKey, L""), c.remembered) << c.label;
+    }
+}
+
 TEST_F(ImportFixture, NamesBeyondTheBufferFailTheDialogAndWriteNothing)
 {
     const QString crowded = mMedia.filePath(QStringLiteral("crowded"));
@@ -406,6 +506,41 @@ TEST_F(ImportFixture, AFolderConfirmedByNameIsADirectoryResult)
     EXPECT_EQ(BE::GetBackend()->GetStringProperty(BE::kLastUsedDirectoryKey, L""), WPath("x.notmedia"));
 }
 
+// A chooser that notes whether the main window was disabled while it ran, and cancels.
+class OwnerWatchingChooser : public UIF::FileChooserService {
+public:
+    explicit OwnerWatchingChooser(TestHost& ioHost) : mHost(ioHost) {}
+    UIF::FileChooserResult Run(const UIF::FileChooserRequest&, UIF::FileChooserCustomizer*) override
+    {
+        mHost.Record(mHost.MainWindow()->isEnabled() ? "chooser, owner enabled" : "chooser, owner disabled");
+        return {};
+    }
+
+private:
+    TestHost& mHost;
+};
+
+TEST_F(ImportFixture, PlayersStopAndTheOwnerIsDisabledBeforeTheSettingsAreRead)
+{
+    OwnerWatchingChooser chooser(mHost);
+    UIF::FileChooserService* real = std::exchange(KOR::Services().fileChooser, &chooser);
+    BE::Backend* backend = std::exchange(KOR::Services().backend, nullptr);
+    {
+        DLG::ImportFileDialog dialog(nullptr, 0, nullptr, {}, nullptr);
+        EXPECT_THROW(dialog.DoModal(nullptr), zelcore::Error);
+    }
+    KOR::Services().backend = backend;
+    EXPECT_THAT(mHost.Counts().sequence, ElementsAre("stop players", "end input capture"));
+    EXPECT_TRUE(mHost.MainWindow()->isEnabled());
+
+    DLG::ImportFileDialog dialog(nullptr, 0, nullptr, {}, nullptr);
+    EXPECT_EQ(dialog.DoModal(nullptr), 2);
+    KOR::Services().fileChooser = real;
+    EXPECT_THAT(mHost.Counts().sequence, ElementsAre("stop players", "end input capture", "stop players",
+                                                     "end input capture", "chooser, owner disabled"));
+    EXPECT_TRUE(mHost.MainWindow()->isEnabled());
+}
+
 // The chooser as the notifications see it, without a window: a name in the file-name box.
 class TypedName : public UIF::FileChooserWindow {
 public:
@@ -416,6 +551,7 @@ public:
     void CloseAsCancelled() override {}
     void RefilterList() override {}
     void CenterOverMainWindow() override {}
+    void RepositionPanel() override {}
     boost::intrusive_ptr<zelui::controls::UI_CheckBox> AddCheckBox(const std::wstring&,
                                                                    const std::wstring& inLabel) override
     {
@@ -443,6 +579,16 @@ private:
     QWidget mPanel;
 };
 
+// A chooser whose panel was never built (no OnInitDialog) still hears selection changes.
+TEST_F(ImportFixture, NoticesWithoutAPanelLeaveThePanelAlone)
+{
+    DLG::ImportFileDialog dialog(nullptr, 0, nullptr, {}, nullptr);
+    TypedName numbered(L"frame_0001.png");
+    EXPECT_EQ(dialog.OnSelChange(numbered), 0);
+    EXPECT_EQ(dialog.OnFileOK(numbered), 1);
+    EXPECT_FALSE(dialog.IsNumberedStills());
+}
+
 TEST_F(ImportFixture, MissingRegistryOrBackendRaisesTheNullInterfaceError)
 {
     DLG::ImportFileDialog dialog(nullptr, 0, nullptr, {}, nullptr);
@@ -464,7 +610,9 @@ struct ImporterCase {
     bool still;
 };
 
-// The reference host asks Qt and FFmpeg; WAV and AIFF files name no extension in their demuxers.
+// The reference host asks Qt and FFmpeg; WAV and AIFF files name no extension in their demuxers,
+// text and subtitle formats that FFmpeg also reads are not media, and FFmpeg's image readers
+// add stills that Qt has no reader for.
 TEST(ImporterRegistry, TakesWhatQtAndFFmpegCanOpen)
 {
     TestHost host;
@@ -476,6 +624,9 @@ TEST(ImporterRegistry, TakesWhatQtAndFFmpegCanOpen)
         {L"shot.png", true, true},     {L"Shot.JPG", true, true},   {L"clip.mov", true, false},
         {L"clip.mp4", true, false},    {L"take.wav", true, false},  {L"take.aiff", true, false},
         {L"music.mp3", true, false},   {L"notes.notmedia", false, false}, {L"README", false, false},
+        {L"reel.mxf", true, false},    {L"notes.txt", false, false}, {L"read.nfo", false, false},
+        {L"lyrics.js", false, false},  {L"dump.bin", false, false},  {L"talk.srt", false, false},
+        {L"song.lrc", false, false},   {L"plate.exr", true, true},   {L"scan.dpx", true, true},
     };
     for (const ImporterCase& c : cases) {
         const std::string label(c.name.begin(), c.name.end());

@@ -2,12 +2,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "DLG/Export.h"
 #include "KOR/Platform.h"
 #include "UIF/FileChooser.h"
+#include "UIF/Windows.h"
 
 namespace DLG {
 
@@ -25,7 +27,7 @@ inline constexpr std::uint32_t kFileDialogError_BufferTooSmall = 0x3003;
 // user confirmed; on cancel the outputs keep what they held.
 DLG_API bool AskOpenFile(const std::wstring& inTitle, std::wstring& ioPath, const std::wstring& inInitialDirectory,
                          const std::wstring& inFilter, unsigned long inFlags, HWND inParent);
-DLG_API bool AskOpenFile(const std::wstring& inTitle, std::vector<std::wstring>& outPaths,
+DLG_API bool AskOpenFile(const std::wstring& inTitle, std::vector<std::wstring>& ioPaths,
                          const std::wstring& inInitialDirectory, const std::wstring& inFilter, unsigned long inFlags,
                          HWND inParent);
 DLG_API bool AskSaveFile(const std::wstring& inTitle, std::wstring& ioPath, const std::wstring& inInitialDirectory,
@@ -57,18 +59,26 @@ public:
     // The chosen names in the buffer form, and as full paths.
     const std::wstring& GetFileBuffer() const { return mFileBuffer; }
     std::vector<std::wstring> GetFilePaths() const;
-    unsigned long GetFlags() const { return mRequest.flags; }
 
 protected:
-    // Runs the chooser with players stopped, input capture ended and inOwner disabled: 1 when
-    // confirmed, 0 when not, with outFailure the extended error (0: the user cancelled).
-    int RunChooser(HWND inOwner, std::uint32_t& outFailure);
+    // Stops all players and ends the host's input capture.
+    static void StopPlayersAndEndCapture();
+    // Disables the owner (inOwner unless the request names one) and the windows it owns until
+    // the chooser closes.
+    void DisableOwner(HWND inOwner);
+    // The first steps of a modal run before anything is read: the owner disabled, all players
+    // stopped, input capture ended.
+    void BeginModal(HWND inOwner);
+    // Runs the chooser and enables the owner again: 1 when confirmed, 0 when not, with outFailure
+    // the extended error (0: the user cancelled).
+    int RunChooser(std::uint32_t& outFailure);
 
     UIF::FileChooserRequest mRequest;
 
 private:
     std::size_t mBufferChars;
     std::wstring mFileBuffer;
+    std::optional<UIF::Windows::ParentAndChildWindowDisabler> mDisabler;
 };
 
 } // namespace DLG

@@ -28,8 +28,8 @@ bool KeepInImportList(const std::wstring& inName, UIF::FileChooserItemKind inKin
                       const std::set<std::wstring>& inSupported);
 
 // The numbered stills around a name in its folder: the names that differ from it only in the
-// number before the last dot, all written with as many digits as it (zero-padded) or all
-// without leading zeros.
+// number before the last dot and write that number zero-padded to the run's width (the selected
+// name's when it has a leading zero, else the widest padded neighbour's up to its own, else 1).
 struct NumberedRun {
     std::wstring firstName;
     std::wstring lastName;
@@ -53,6 +53,8 @@ public:
     static constexpr const wchar_t* kLastUsedFilterIndexProperty = L"FE.ImportFile.LastUsedFilterIndex";
     static constexpr int kResultConfirmed = 1;
     static constexpr int kResultClosed = 2;
+    static constexpr int kImportFolderButtonID = 11164;
+    static constexpr unsigned int kButtonClicked = 0;
 
     ImportFileDialog(const wchar_t* inDefaultExtension, std::uint32_t inFlags, const wchar_t* inFilter,
                      const std::set<std::wstring>& inSupportedExtensions, const wchar_t* inTitle);
@@ -61,15 +63,18 @@ public:
     // kResultConfirmed when names were confirmed, else kResultClosed.
     int DoModal(HWND inOwner);
 
-    void OnInitDialog(UIF::FileChooserWindow& ioWindow) override;
-    void OnInitDone(UIF::FileChooserWindow& ioWindow) override;
-    void OnSelChange(UIF::FileChooserWindow& ioWindow) override;
+    // The chooser's notices; each answers as the system dialog's hook does (0, OnFileOK 1).
+    long OnInitDialog(UIF::FileChooserWindow& ioWindow) override;
+    long OnInitDone(UIF::FileChooserWindow& ioWindow) override;
+    long OnSelChange(UIF::FileChooserWindow& ioWindow) override;
     void OnFolderChange(UIF::FileChooserWindow& ioWindow) override;
-    void OnFileOK(UIF::FileChooserWindow& ioWindow) override;
+    int OnFileOK(UIF::FileChooserWindow& ioWindow) override;
     void OnTypeChange(UIF::FileChooserWindow& ioWindow) override;
+    long OnSize(unsigned int inSizeType, UIF::FileChooserSize inNewSize) override;
     bool KeepListItem(const std::wstring& inName, UIF::FileChooserItemKind inKind) const override;
-    // The import-folder button: closes the chooser with the selected folder.
-    void OnImportFolder(UIF::FileChooserWindow& ioWindow);
+    // The import-folder button's notice (a click: notify code 0, control kImportFolderButtonID):
+    // closes the chooser with the selected folder.
+    void OnImportFolder(unsigned int inNotifyCode, int inControlID, HWND inControl);
 
     bool IsNumberedStills() const { return mNumberedStills; }
     void SetNumberedStills(bool inNumberedStills) { mNumberedStills = inNumberedStills; }
@@ -79,6 +84,7 @@ public:
     bool WasDialogCancelled() const { return mCancelled; }
 
 private:
+    void RepositionControls();
     void UpdateControls(bool inEnable);
     void FilterVisibleItems(UIF::FileChooserWindow& ioWindow);
     void DescribeRun(UIF::FileChooserWindow& ioWindow, const std::wstring& inName, bool inNumbered);
@@ -87,6 +93,7 @@ private:
     bool IsAllSupportedTypes(const UIF::FileChooserWindow& inWindow) const { return inWindow.GetTypeIndex() == 0; }
     const std::vector<std::wstring>& FolderNames(const std::wstring& inFolder, const std::wstring& inExtension);
 
+    UIF::FileChooserWindow* mWindow = nullptr; // the chooser while DoModal runs it
     boost::intrusive_ptr<zelui::controls::UI_Button> mImportFolderButton;
     boost::intrusive_ptr<zelui::controls::UI_CheckBox> mNumberedStillsCheckbox;
     boost::intrusive_ptr<zelui::controls::UI_StaticText> mRunStaticText;

@@ -42,6 +42,8 @@ inline constexpr unsigned int kStr_ImportFolder = 11057;
 inline constexpr unsigned int kStr_ImportRunWithGaps = 11700;
 inline constexpr unsigned int kStr_ImportRunComplete = 11701;
 inline constexpr unsigned int kStr_ImportRunSingle = 11702;
+inline constexpr unsigned int kStr_SerialStatusAbort = 11740;
+inline constexpr unsigned int kStr_SerialStatusDroppedFrames = 11741;
 
 // The file chosen for a missing item cannot be used.
 inline constexpr unsigned int kStr_RelinkUnusableMessage = 11551;

@@ -126,6 +126,26 @@ Step& Step::Click(const QString& inControl)
     return *this;
 }
 
+Step& Step::Choose(const QString& inControl, const QString& inItem)
+{
+    mActions.push_back([inControl, inItem](QWidget& inWindow, QStringList& outFailures) {
+        auto* list = qobject_cast<QComboBox*>(FindControl(inWindow, inControl, outFailures));
+        if (!list) {
+            return;
+        }
+        if (list->currentIndex() != 0) {
+            QTest::keyClick(list, Qt::Key_Home);
+        }
+        for (int tries = list->count(); list->currentText() != inItem && tries > 0; --tries) {
+            QTest::keyClick(list, Qt::Key_Down);
+        }
+        if (list->currentText() != inItem) {
+            outFailures << QStringLiteral("%1 has no item \"%2\"").arg(inControl, inItem);
+        }
+    });
+    return *this;
+}
+
 Step& Step::Drag(const QString& inControl, int inDx, Qt::KeyboardModifiers inModifiers)
 {
     mActions.push_back([inControl, inDx, inModifiers](QWidget& inWindow, QStringList& outFailures) {

@@ -37,6 +37,9 @@ public:
     Step& Retype(const QString& inControl, const QString& inText);
     // Clicks the named control; in a message box, the button with that text.
     Step& Click(const QString& inControl);
+    // Chooses the item inItem of the named drop-down list with the keyboard: Home, then Down
+    // until it shows; each key that moves the selection is a change the dialog hears of.
+    Step& Choose(const QString& inControl, const QString& inItem);
     // Drags across the named control by inDx pixels with the main button, in small moves.
     Step& Drag(const QString& inControl, int inDx, Qt::KeyboardModifiers inModifiers = Qt::NoModifier);
     // Presses a key in the window's focused control.

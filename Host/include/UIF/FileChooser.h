@@ -44,6 +44,16 @@ struct FileChooserResult {
     unsigned long filterIndex = 0; // 1-based, the type shown when the chooser closed
 };
 
+// The chooser's new client size, as a resize reports it.
+struct FileChooserSize {
+    int width = 0;
+    int height = 0;
+};
+// How the chooser was resized: the system's size types.
+inline constexpr unsigned int kFileChooserSize_Restored = 0;
+inline constexpr unsigned int kFileChooserSize_Minimized = 1;
+inline constexpr unsigned int kFileChooserSize_Maximized = 2;
+
 // A list item as the list filter sees it.
 enum class FileChooserItemKind { kFile, kFolder, kLink };
 
@@ -63,6 +73,8 @@ public:
     // Asks the list filter again about every item of the folder shown.
     virtual void RefilterList() = 0;
     virtual void CenterOverMainWindow() = 0;
+    // Places the extension panel's controls for the chooser's size now, not at the next layout pass.
+    virtual void RepositionPanel() = 0;
     // Controls of the extension panel under the standard ones, named inName, in the order added.
     virtual boost::intrusive_ptr<zelui::controls::UI_CheckBox> AddCheckBox(const std::wstring& inName,
                                                                            const std::wstring& inLabel) = 0;
@@ -71,21 +83,24 @@ public:
     virtual boost::intrusive_ptr<zelui::controls::UI_StaticText> AddText(const std::wstring& inName) = 0;
 };
 
-// What a module adds to a chooser: it is told of each step and may filter the list.
+// What a module adds to a chooser: it is told of each step and may filter the list. The handlers
+// answer as a system dialog's hook does (0, and 1 from OnFileOK); the host does not act on it.
 class HOST_API FileChooserCustomizer {
 public:
     virtual ~FileChooserCustomizer();
 
     // The chooser is built, not shown yet: the place to add the panel's controls.
-    virtual void OnInitDialog(FileChooserWindow& ioWindow);
+    virtual long OnInitDialog(FileChooserWindow& ioWindow);
     // The chooser is on screen.
-    virtual void OnInitDone(FileChooserWindow& ioWindow);
-    virtual void OnSelChange(FileChooserWindow& ioWindow);
+    virtual long OnInitDone(FileChooserWindow& ioWindow);
+    virtual long OnSelChange(FileChooserWindow& ioWindow);
     // Also once after OnInitDone, for the first folder shown.
     virtual void OnFolderChange(FileChooserWindow& ioWindow);
     // The user confirmed; the chooser closes after this.
-    virtual void OnFileOK(FileChooserWindow& ioWindow);
+    virtual int OnFileOK(FileChooserWindow& ioWindow);
     virtual void OnTypeChange(FileChooserWindow& ioWindow);
+    // The chooser was resized: inSizeType is one of kFileChooserSize_*.
+    virtual long OnSize(unsigned int inSizeType, FileChooserSize inNewSize);
     // Whether the list shows an item, by its name and kind. Asked for every item of every
     // folder shown, so it must be quick.
     virtual bool KeepListItem(const std::wstring& inName, FileChooserItemKind inKind) const;

@@ -38,6 +38,7 @@ public:
     ~UI_Button() override;
     // Presses the button as a click would.
     void Press();
+    void SetLabel(const std::wstring& inLabel);
 };
 
 // A check box: a button that keeps an on/off state. Setting the state tells no listener; a
@@ -50,6 +51,11 @@ public:
     ~UI_CheckBox() override;
     void SetChecked(bool inChecked);
     bool IsChecked() const;
+    // kCheck_Mixed for a box that shows neither state (one of several that differ).
+    static constexpr int kCheck_Clear = 0;
+    static constexpr int kCheck_Checked = 1;
+    static constexpr int kCheck_Mixed = 2;
+    int GetCheckValue() const;
 };
 
 // A radio button. The host does not uncheck its neighbours: a dialog keeps its radio buttons
