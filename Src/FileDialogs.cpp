@@ -52,6 +52,20 @@ bool AskFiles(UIF::FileChooserMode inMode, const std::wstring& inTitle, const st
     return true;
 }
 
+// The one-file forms, open and save.
+bool AskOneFile(UIF::FileChooserMode inMode, const std::wstring& inTitle, std::wstring& ioPath,
+                const std::wstring& inInitialDirectory, const std::wstring& inFilter, unsigned long inFlags,
+                HWND inParent)
+{
+    ZEL_INPUT_CONTRACT(!(inFlags & kDialogFlag_AllowMultiSelect));
+    std::vector<std::wstring> paths;
+    if (!AskFiles(inMode, inTitle, ioPath, inInitialDirectory, inFilter, inFlags, inParent, paths) || paths.empty()) {
+        return false;
+    }
+    ioPath = paths.front();
+    return true;
+}
+
 } // namespace
 
 std::size_t FileBufferChars(unsigned long inFlags)
@@ -165,15 +179,7 @@ int CustomFileDialog::RunChooser(std::uint32_t& outFailure)
 bool AskOpenFile(const std::wstring& inTitle, std::wstring& ioPath, const std::wstring& inInitialDirectory,
                  const std::wstring& inFilter, unsigned long inFlags, HWND inParent)
 {
-    ZEL_INPUT_CONTRACT(!(inFlags & kDialogFlag_AllowMultiSelect));
-    std::vector<std::wstring> paths;
-    if (!AskFiles(UIF::FileChooserMode::kOpen, inTitle, ioPath, inInitialDirectory, inFilter, inFlags, inParent,
-                  paths) ||
-        paths.empty()) {
-        return false;
-    }
-    ioPath = paths.front();
-    return true;
+    return AskOneFile(UIF::FileChooserMode::kOpen, inTitle, ioPath, inInitialDirectory, inFilter, inFlags, inParent);
 }
 
 // The paths are checked before the caller's vector takes them, so a broken contract leaves it as it was.
@@ -195,15 +201,7 @@ bool AskOpenFile(const std::wstring& inTitle, std::vector<std::wstring>& ioPaths
 bool AskSaveFile(const std::wstring& inTitle, std::wstring& ioPath, const std::wstring& inInitialDirectory,
                  const std::wstring& inFilter, unsigned long inFlags, HWND inParent)
 {
-    ZEL_INPUT_CONTRACT(!(inFlags & kDialogFlag_AllowMultiSelect));
-    std::vector<std::wstring> paths;
-    if (!AskFiles(UIF::FileChooserMode::kSave, inTitle, ioPath, inInitialDirectory, inFilter, inFlags, inParent,
-                  paths) ||
-        paths.empty()) {
-        return false;
-    }
-    ioPath = paths.front();
-    return true;
+    return AskOneFile(UIF::FileChooserMode::kSave, inTitle, ioPath, inInitialDirectory, inFilter, inFlags, inParent);
 }
 
 // The chosen folder is itself remembered: it is where the next dialog should open.
