@@ -39,6 +39,7 @@
 #include "SerialDemo.h"
 #include "StartupDemo.h"
 #include "ImportDemo.h"
+#include "RelinkDemo.h"
 
 namespace Demo {
 
@@ -400,6 +401,8 @@ const std::vector<DemoDialog>& DemoDialogs()
          }},
         // Pictured by the gallery in each state of its panel.
         {QStringLiteral("Import files"), QStringLiteral("ImportFileDialog"), &OpenImportFiles, {}},
+        // The user finds one moved file; the others in its folder are linked without asking.
+        {QStringLiteral("Relink offline media"), QStringLiteral("RelinkFileDialog"), &RelinkOfflineMedia, {}},
         SerialSetupDemo(1),
         SerialSetupDemo(16),
         SerialExportOptionsDemo(),

@@ -13,6 +13,7 @@
 
 #include "DemoWindow.h"
 #include "ImportDemo.h"
+#include "RelinkDemo.h"
 #include "HostQt/SimulatedDeck.h"
 #include "ScriptedUser.h"
 #include "SerialDemo.h"
@@ -144,6 +145,21 @@ void AddImportEntries(std::vector<GalleryEntry>& ioEntries, DemoState& ioState, 
     }
 }
 
+// The locate dialog over the project's offline media: one file found by the user, the rest of
+// its folder by the automatic search.
+void AddRelinkEntry(std::vector<GalleryEntry>& ioEntries, DemoState& ioState, HostQt::Workspace& inWorkspace)
+{
+    ioEntries.push_back({QStringLiteral("Relink offline media"),
+                         [&ioState](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+                             ioUser.On(QStringLiteral("RelinkFileDialog"))
+                                 .ChangeFolder(RelinkMovedFolder(ioState))
+                                 .SelectItems({QStringLiteral("Interview B.mov")})
+                                 .Grab(inDir.filePath(QStringLiteral("RelinkFileDialog.png")))
+                                 .Confirm();
+                         },
+                         [&ioState, &inWorkspace] { return RelinkOfflineMedia(ioState, inWorkspace); }});
+}
+
 std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorkspace)
 {
     std::vector<GalleryEntry> entries;
@@ -263,6 +279,7 @@ std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorks
     AddColorPickerEntries(entries, ioState, inWorkspace);
     AddOperationEntries(entries, ioState, inWorkspace);
     AddImportEntries(entries, ioState, inWorkspace);
+    AddRelinkEntry(entries, ioState, inWorkspace);
     return entries;
 }
 

@@ -1,0 +1,119 @@
+#include "RelinkDemo.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QStringList>
+
+#include <cmath>
+#include <numbers>
+
+#include "BE/Project.h"
+#include "DLG/LinkMediaDialog.h"
+#include "DLG/Module.h"
+#include "DemoDialogs.h"
+#include "HostQt/SampleMovie.h"
+#include "HostQt/WavFile.h"
+
+namespace Demo {
+
+namespace {
+
+constexpr const char* kMovie = "Interview B.mov";
+constexpr const char* kNarration = "Narration take 3.wav";
+constexpr const char* kStill = "Harbour still.png";
+
+QString RelinkFolder(const DemoState& inState) { return QDir(inState.mediaFolder).filePath(QStringLiteral("Relink")); }
+
+// Two seconds of a falling tone, mono 48 kHz.
+bool WriteNarration(const QString& inPath)
+{
+    const HostQt::WavLayout layout{HostQt::WavFormat::kInt16, 1, 48000};
+    constexpr int kFrames = 96000;
+    QByteArray data = HostQt::WavHeader(layout, kFrames);
+    for (int i = 0; i < kFrames; ++i) {
+        const double t = static_cast<double>(i) / layout.sampleRate;
+        HostQt::AppendWavSample(data, layout.format, 0.4 * std::sin(2 * std::numbers::pi * (330.0 - 40.0 * t) * t));
+    }
+    QFile file(inPath);
+    return file.open(QIODevice::WriteOnly) && file.write(data) == data.size();
+}
+
+bool WriteStill(const QString& inPath)
+{
+    QImage still(320, 180, QImage::Format_RGB32);
+    for (int y = 0; y < still.height(); ++y) {
+        for (int x = 0; x < still.width(); ++x) {
+            still.setPixel(x, y, qRgb(30 + x / 3, 60 + y / 2, 120));
+        }
+    }
+    return still.save(inPath);
+}
+
+bool MakeMovedFiles(const QString& inFolder)
+{
+    QDir().mkpath(inFolder);
+    const QDir folder(inFolder);
+    HostQt::SampleMovie movie;
+    movie.frames = 50;
+    return (QFile::exists(folder.filePath(kMovie)) || HostQt::WriteSampleMovie(folder.filePath(kMovie), movie)) &&
+           (QFile::exists(folder.filePath(kNarration)) || WriteNarration(folder.filePath(kNarration))) &&
+           (QFile::exists(folder.filePath(kStill)) || WriteStill(folder.filePath(kStill)));
+}
+
+void AddMissingMedia(BE::IProject& ioProject, const QString& inOldFolder)
+{
+    for (const char* name : {kMovie, kNarration, kStill}) {
+        const std::wstring path = QDir(inOldFolder).filePath(QString::fromLatin1(name)).toStdWString();
+        bool present = false;
+        for (const BE::MediaRef& media : ioProject.GetMedia()) {
+            present = present || media->GetFilePath() == path;
+        }
+        if (!present) {
+            ioProject.AddMedia(QString::fromLatin1(name).toStdWString(), path, 0);
+        }
+    }
+}
+
+std::vector<BE::MediaRef> OfflineMedia(const BE::IProject& inProject)
+{
+    std::vector<BE::MediaRef> offline;
+    for (const BE::MediaRef& media : inProject.GetMedia()) {
+        if (media->GetState() == BE::kMediaState_Offline) {
+            offline.push_back(media);
+        }
+    }
+    return offline;
+}
+
+} // namespace
+
+QString RelinkMovedFolder(const DemoState& inState) { return QDir(RelinkFolder(inState)).filePath(QStringLiteral("Moved drive")); }
+
+QString RelinkOfflineMedia(DemoState& ioState, HostQt::Workspace&)
+{
+    const BE::ProjectRef project = DLG::GetCurrentProject();
+    if (!project) {
+        return QStringLiteral("no project");
+    }
+    if (!MakeMovedFiles(RelinkMovedFolder(ioState))) {
+        return QStringLiteral("the moved media could not be written to %1").arg(RelinkMovedFolder(ioState));
+    }
+    AddMissingMedia(*project, QDir(RelinkFolder(ioState)).filePath(QStringLiteral("Old drive")));
+    const std::vector<BE::MediaRef> offline = OfflineMedia(*project);
+    if (offline.empty()) {
+        return QStringLiteral("no media is offline");
+    }
+    const bool completed = DLG::LocateFile::DoLocateFileDialog(project, offline, true);
+    QStringList linked;
+    QStringList missing;
+    for (const BE::MediaRef& media : offline) {
+        (media->GetState() == BE::kMediaState_Online ? linked : missing) << QString::fromStdWString(media->GetName());
+    }
+    return QStringLiteral("returned %1; linked: %2; still offline: %3")
+        .arg(completed ? QStringLiteral("true") : QStringLiteral("false"),
+             linked.isEmpty() ? QStringLiteral("none") : linked.join(QStringLiteral(", ")),
+             missing.isEmpty() ? QStringLiteral("none") : missing.join(QStringLiteral(", ")));
+}
+
+} // namespace Demo
