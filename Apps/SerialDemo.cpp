@@ -60,34 +60,35 @@ T Field(const Record& inRecord, std::size_t inOffset)
     return value;
 }
 
-class SetupRequest : public KOR::RefCounted<BE::ISerialSetupRequest> {
+// A request the set-up and options dialogs answer through: the demo's record, the parent, and
+// what the dialog reports back.
+template <class Interface>
+class RecordRequest : public KOR::RefCounted<Interface> {
 public:
-    SetupRequest(Record& ioRecord, zelui::ui::UI_Node* inParent) : mRecord(ioRecord), mParent(inParent) {}
-    std::uint8_t* GetSettingsRecord() override { return mRecord.data(); }
+    RecordRequest(Record& ioRecord, zelui::ui::UI_Node* inParent) : mRecord(ioRecord), mParent(inParent) {}
     zelui::ui::UI_Node* GetParentWindow() override { return mParent; }
     void SetCancelled(bool inCancelled) override { mCancelled = inCancelled; }
     void SetResultCode(long inCode) override { mResult = inCode; }
     bool mCancelled = true;
     long mResult = 0;
 
-private:
+protected:
     Record& mRecord;
+
+private:
     zelui::ui::UI_Node* mParent;
 };
 
-class OptionsRequest : public KOR::RefCounted<BE::ISerialExportOptionsRequest> {
+class SetupRequest : public RecordRequest<BE::ISerialSetupRequest> {
 public:
-    OptionsRequest(Record& ioRecord, zelui::ui::UI_Node* inParent) : mRecord(ioRecord), mParent(inParent) {}
-    std::uint8_t* GetOptionsRecord() override { return mRecord.data(); }
-    zelui::ui::UI_Node* GetParentWindow() override { return mParent; }
-    void SetCancelled(bool inCancelled) override { mCancelled = inCancelled; }
-    void SetResultCode(long inCode) override { mResult = inCode; }
-    bool mCancelled = true;
-    long mResult = 0;
+    using RecordRequest::RecordRequest;
+    std::uint8_t* GetSettingsRecord() override { return mRecord.data(); }
+};
 
-private:
-    Record& mRecord;
-    zelui::ui::UI_Node* mParent;
+class OptionsRequest : public RecordRequest<BE::ISerialExportOptionsRequest> {
+public:
+    using RecordRequest::RecordRequest;
+    std::uint8_t* GetOptionsRecord() override { return mRecord.data(); }
 };
 
 KOR::Timecode DeckTimecode(KOR::Time inTime)
