@@ -1,4 +1,9 @@
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+#include <QStorageInfo>
+#include <QTemporaryFile>
 #include <QString>
 
 #include <dirent.h>
@@ -8,10 +13,12 @@
 #include <cerrno>
 #include <cwctype>
 #include <filesystem>
+#include <limits>
 #include <memory>
 #include <string_view>
 #include <vector>
 
+#include "KOR/DiskUtils.h"
 #include "KOR/Paths.h"
 
 namespace KOR {
@@ -228,6 +235,15 @@ bool IsValidPath(const std::wstring& inPath)
            std::filesystem::path(inPath).is_absolute();
 }
 
+std::wstring ToNormalizedPath(const std::wstring& inPath)
+{
+    if (inPath.empty()) {
+        return {};
+    }
+    const QString path = QString::fromStdWString(inPath);
+    return QDir::cleanPath(QDir::isAbsolutePath(path) ? path : QDir::current().absoluteFilePath(path)).toStdWString();
+}
+
 std::wstring GetExtensionPart(const std::wstring& inPath)
 {
     const std::wstring file = GetFilePart(inPath);
@@ -236,5 +252,37 @@ std::wstring GetExtensionPart(const std::wstring& inPath)
 }
 
 } // namespace PathUtils
+
+namespace DiskUtils {
+
+std::wstring MakeDiskSpaceString(std::uint64_t inBytes)
+{
+    return QLocale().formattedDataSize(static_cast<qint64>(std::min<std::uint64_t>(inBytes, std::numeric_limits<qint64>::max())), 1,
+                                       QLocale::DataSizeTraditionalFormat)
+        .toStdWString();
+}
+
+std::uint64_t GetFreeSpace(const std::wstring& inPath)
+{
+    const QStorageInfo volume(QString::fromStdWString(inPath));
+    return volume.isValid() && volume.bytesAvailable() > 0 ? static_cast<std::uint64_t>(volume.bytesAvailable()) : 0;
+}
+
+} // namespace DiskUtils
+
+Directory Directory::ConstructDirectory(const std::wstring& inPath) { return Directory(inPath); }
+
+bool Directory::Exists() const { return PathUtils::IsDirectory(mPath); }
+
+// Asking the file system for permission bits misjudges read-only mounts and access lists:
+// creating a file is the answer.
+bool Directory::IsDirectoryWriteable() const
+{
+    if (!Exists()) {
+        return false;
+    }
+    QTemporaryFile probe(QDir(QString::fromStdWString(mPath)).filePath(QStringLiteral(".tarvix-write-check-XXXXXX")));
+    return probe.open();
+}
 
 } // namespace KOR

@@ -12,6 +12,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSettings>
+#include <QStandardPaths>
 
 #include <algorithm>
 #include <csignal>
@@ -29,6 +30,7 @@
 #include "HostQt/NodePeer.h"
 #include "HostQt/ProjectFile.h"
 #include "HostQt/ReferenceHost.h"
+#include "HostQt/Sequences.h"
 #include "HostQt/ShortcutManager.h"
 #include "HostQt/Workspace.h"
 #include "HostQt/WorkQueue.h"
@@ -474,8 +476,36 @@ QJsonArray WriteMedia(const std::vector<BE::MediaRef>& inMedia)
     return items;
 }
 
-// A project as its file describes it. What the model does not cover (sequences, video clips)
-// is kept as it was read and written back when the project is saved.
+// The media of the project file's "clips": {"name": ..., "path": ..., "audioOnly": true} (also
+// "video": false or "audio": false when the file lacks the stream).
+std::vector<BE::MediaRef> ReadClipMedia(const QJsonArray& inClips)
+{
+    std::vector<BE::MediaRef> media;
+    for (const QJsonValue& value : inClips) {
+        const QJsonObject clip = value.toObject();
+        const bool audioOnly = clip.value(QStringLiteral("audioOnly")).toBool();
+        media.emplace_back(new Media(clip.value(QStringLiteral("name")).toString().toStdWString(),
+                                     clip.value(QStringLiteral("path")).toString().toStdWString(), 0,
+                                     !audioOnly && clip.value(QStringLiteral("video")).toBool(true),
+                                     clip.value(QStringLiteral("audio")).toBool(true)));
+    }
+    return media;
+}
+
+// inClips with each clip's path as its media has it now (a relink moves it).
+QJsonArray WriteClipPaths(QJsonArray inClips, const std::vector<BE::MediaRef>& inClipMedia)
+{
+    for (qsizetype index = 0; index < inClips.size() && index < static_cast<qsizetype>(inClipMedia.size()); ++index) {
+        QJsonObject clip = inClips[index].toObject();
+        clip.insert(QStringLiteral("path"), ToQ(inClipMedia[static_cast<std::size_t>(index)]->GetFilePath()));
+        inClips[index] = clip;
+    }
+    return inClips;
+}
+
+// A project as its file describes it: the bin's master clips are the file's "clips" and then
+// its imported "media"; child clips and sequences refer to them by name. What the model does
+// not cover is kept as it was read and written back when the project is saved.
 class Project : public KOR::RefCounted<BE::IProject> {
 public:
     Project(std::wstring inName, std::wstring inPath, QJsonObject inDocument)
@@ -483,8 +513,20 @@ public:
           mSettings(new ProjectSettings(mDocument.value(QStringLiteral("timecode")).toObject())),
           mAudioClips(ReadAudioClips(mDocument.value(QStringLiteral("clips")).toArray())),
           mColorMattes(ReadColorMattes(mDocument.value(QStringLiteral("colorMattes")).toArray())),
+          mClipMedia(ReadClipMedia(mDocument.value(QStringLiteral("clips")).toArray())),
           mMedia(ReadMedia(mDocument.value(QStringLiteral("media")).toArray()))
     {
+        for (const BE::MediaRef& media : mClipMedia) {
+            mMasterClips.push_back(MakeMasterClip(media->GetName(), media));
+        }
+        for (const BE::MediaRef& media : mMedia) {
+            mMasterClips.push_back(MakeMasterClip(media->GetName(), media));
+        }
+        const KOR::FrameRate rate = mSettings->GetVideoSettings()->GetFrameRate();
+        const MasterClipLookup lookup = [this](const QString& inClipName) { return FindMasterClip(inClipName); };
+        mChildClips = ReadChildClips(mDocument.value(QStringLiteral("childClips")).toArray(), rate, lookup);
+        mSequences = ReadSequences(mDocument.value(QStringLiteral("sequences")).toArray(), rate, lookup);
+        mSavedDocument = Document();
     }
     std::wstring GetName() const override { return mName; }
     std::wstring GetFilePath() const override { return mPath; }
@@ -492,27 +534,43 @@ public:
     std::vector<BE::AudioClipRef> GetAudioClips() const override { return mAudioClips; }
     std::vector<BE::ColorMatteRef> GetColorMattes() const override { return mColorMattes; }
     std::vector<BE::MediaRef> GetMedia() const override { return mMedia; }
+    std::vector<BE::MasterClipRef> GetMasterClips() const override { return mMasterClips; }
+    std::vector<BE::ChildClipRef> GetChildClips() const override { return mChildClips; }
+    std::vector<BE::SequenceRef> GetSequences() const override { return mSequences; }
+    bool HasUnsavedChanges() const override { return Document() != mSavedDocument; }
     BE::MediaRef AddMedia(const std::wstring& inName, const std::wstring& inFilePath, int inStillCount) override
     {
-        return mMedia.emplace_back(new Media(inName, inFilePath, inStillCount, true, true));
+        BE::MediaRef media = mMedia.emplace_back(new Media(inName, inFilePath, inStillCount, true, true));
+        mMasterClips.push_back(MakeMasterClip(inName, media));
+        return media;
     }
     long SaveToFile(const std::wstring& inFilePath, bool inAsCopy) override
     {
-        const long result = WriteProjectFile(Document(), ToQ(inFilePath));
+        const QJsonObject document = Document();
+        const long result = WriteProjectFile(document, ToQ(inFilePath));
         if (result == BE::kSave_OK && !inAsCopy) {
             mPath = inFilePath;
+            mSavedDocument = document;
         }
         return result;
     }
 
 private:
+    BE::MasterClipRef FindMasterClip(const QString& inName) const
+    {
+        const auto found = std::find_if(mMasterClips.begin(), mMasterClips.end(), [&](const BE::MasterClipRef& inClip) {
+            return inClip->GetName() == inName.toStdWString();
+        });
+        return found == mMasterClips.end() ? BE::MasterClipRef() : *found;
+    }
+
     QJsonObject Document() const
     {
         QJsonObject document = mDocument;
         document.insert(QStringLiteral("name"), ToQ(mName));
         document.insert(QStringLiteral("timecode"), TimecodeObject(*mSettings));
-        document.insert(QStringLiteral("clips"),
-                        WriteAudioClips(mDocument.value(QStringLiteral("clips")).toArray(), mAudioClips));
+        const QJsonArray clips = mDocument.value(QStringLiteral("clips")).toArray();
+        document.insert(QStringLiteral("clips"), WriteAudioClips(WriteClipPaths(clips, mClipMedia), mAudioClips));
         if (!mColorMattes.empty()) {
             document.insert(QStringLiteral("colorMattes"),
                             WriteColorMattes(mDocument.value(QStringLiteral("colorMattes")).toArray(), mColorMattes));
@@ -526,10 +584,15 @@ private:
     std::wstring mName;
     std::wstring mPath;
     QJsonObject mDocument;
+    QJsonObject mSavedDocument;
     KOR::InterfaceRef<BE::IProjectSettings> mSettings;
     std::vector<BE::AudioClipRef> mAudioClips;
     std::vector<BE::ColorMatteRef> mColorMattes;
+    std::vector<BE::MediaRef> mClipMedia;
     std::vector<BE::MediaRef> mMedia;
+    std::vector<BE::MasterClipRef> mMasterClips;
+    std::vector<BE::ChildClipRef> mChildClips;
+    std::vector<BE::SequenceRef> mSequences;
 };
 
 class Sounds : public UIF::SoundService {
@@ -596,6 +659,8 @@ ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_u
     // The user's documents of the editor (key sets among them) live beside its settings.
     const QString documents = QDir(inConfig.settingsDirectory).filePath(QStringLiteral("Documents"));
     KOR::DirectoryRegistry::RegisterDirectory(L"lumoradocuments", documents.toStdWString());
+    KOR::DirectoryRegistry::RegisterDirectory(
+        L"userdocuments", QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdWString());
     mServices->shortcuts = std::make_unique<ShortcutManager>(
         QDir(inConfig.settingsDirectory).filePath(QStringLiteral("KeySetPresets")), documents);
 

@@ -80,6 +80,19 @@ void SteadyClock::Sleep(std::int64_t inMilliseconds)
 namespace KOR {
 
 ThreadedWorkQueue::~ThreadedWorkQueue() = default;
+
+const InterfaceID IThreadedQueueRequest::kIID = {0x4b, 0x4f, 0x52, 0x51, 0x75, 0x65, 0x75, 0x65,
+                                                 0x52, 0x65, 0x71, 0x00, 0x00, 0x00, 0x00, 0x01};
+IThreadedQueueRequest::~IThreadedQueueRequest() = default;
+
+bool ThreadedWorkQueue::QueueRequest(const InterfaceRef<IThreadedQueueRequest>& inRequest)
+{
+    if (!inRequest) {
+        return false;
+    }
+    QueueRequest([inRequest] { inRequest->Run(); });
+    return true;
+}
 SharedThreadedWorkQueue::~SharedThreadedWorkQueue() = default;
 
 SharedThreadedWorkQueue& SharedThreadedWorkQueue::Instance()

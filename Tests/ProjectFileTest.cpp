@@ -121,3 +121,50 @@ TEST(ProjectAudioClips, OnlyKnownPeaksAreWrittenBack)
 }
 
 } // namespace
+
+namespace {
+
+// The bin and sequences of a project file: clips sorted by track and start, times at the
+// sequence's rate, items naming no master clip left out; a relink is an unsaved change.
+TEST(ProjectBin, SequencesAndChildClipsReferToTheMasterClipsByName)
+{
+    const QByteArray json = R"({"name": "Bin", "timecode": {"videoFrameRate": "25"},
+        "clips": [{"name": "A.mov", "path": "/m/A.mov"}, {"name": "B.wav", "path": "/m/B.wav", "audioOnly": true}],
+        "childClips": [{"name": "A part", "clip": "A.mov", "in": 10, "out": 20}, {"name": "lost", "clip": "X"}],
+        "sequences": [{"name": "Edit", "frameRate": "30000/1001", "items": [
+            {"clip": "B.wav", "track": "A1", "start": 0, "in": 0, "out": 30},
+            {"clip": "A.mov", "track": "V1", "start": 50, "in": 5, "out": 15},
+            {"clip": "A.mov", "track": "V1", "start": 0, "in": 30, "out": 60},
+            {"clip": "nowhere", "track": "V1", "start": 70, "in": 0, "out": 1},
+            {"clip": "A.mov", "track": "X9", "start": 0, "in": 0, "out": 1}]}]})";
+    const BE::ProjectRef project = HostQt::LoadProject(json, QStringLiteral("/p/Bin.json"));
+
+    const std::vector<BE::MasterClipRef> masters = project->GetMasterClips();
+    ASSERT_EQ(masters.size(), 2u);
+    EXPECT_FALSE(masters[1]->GetMedia()->HasVideo());
+
+    const std::vector<BE::ChildClipRef> children = project->GetChildClips();
+    ASSERT_EQ(children.size(), 1u);
+    EXPECT_EQ(children[0]->GetMasterClip().Get(), masters[0].Get());
+    EXPECT_EQ(children[0]->GetInPoint(), KOR::Time(10, KOR::kFrameRate_PAL25));
+
+    const std::vector<BE::SequenceRef> sequences = project->GetSequences();
+    ASSERT_EQ(sequences.size(), 1u);
+    EXPECT_EQ(sequences[0]->GetFrameRate(), KOR::kFrameRate_NTSC2997);
+    const std::vector<BE::ClipRef> clips = sequences[0]->GetClips();
+    ASSERT_EQ(clips.size(), 3u);
+    EXPECT_EQ(clips[0]->GetStart(), KOR::Time());
+    EXPECT_EQ(clips[0]->GetInPoint(), KOR::Time(30, KOR::kFrameRate_NTSC2997));
+    EXPECT_EQ(clips[1]->GetStart(), KOR::Time(50, KOR::kFrameRate_NTSC2997));
+    EXPECT_EQ(clips[2]->GetTrackKind(), BE::TrackKind::kAudio);
+    EXPECT_EQ(clips[2]->GetMasterClip().Get(), masters[1].Get());
+
+    EXPECT_FALSE(project->HasUnsavedChanges());
+    masters[0]->GetMedia()->Relink(L"/elsewhere/A.mov");
+    EXPECT_TRUE(project->HasUnsavedChanges());
+    const QTemporaryDir dir;
+    ASSERT_EQ(project->SaveToFile(dir.filePath(QStringLiteral("Bin.json")).toStdWString(), false), BE::kSave_OK);
+    EXPECT_FALSE(project->HasUnsavedChanges());
+}
+
+} // namespace

@@ -9,6 +9,20 @@ namespace BE {
 // The folder of the file last chosen in a file dialog (a string property).
 inline constexpr const wchar_t* kLastUsedDirectoryKey = L"BE.LastUsedDirectory";
 
+// The project manager's choices (bool properties unless said otherwise).
+inline constexpr const wchar_t* kPrefsProjectManagerCreateTrimmed = L"BE.Prefs.ProjectManager.CreateTrimmed";
+inline constexpr const wchar_t* kPrefsProjectManagerOnline = L"BE.Prefs.ProjectManager.Online";
+inline constexpr const wchar_t* kPrefsProjectManagerExcludeUnused = L"BE.Prefs.ProjectManager.ExcludeUnused";
+inline constexpr const wchar_t* kPrefsProjectManagerIncludeHandles = L"BE.Prefs.ProjectManager.IncludeHandles";
+inline constexpr const wchar_t* kPrefsProjectManagerHandleAmount = L"BE.Prefs.ProjectManager.HandleAmount"; // int
+inline constexpr const wchar_t* kPrefsProjectManagerIncludePreviews = L"BE.Prefs.ProjectManager.IncludePreviews";
+inline constexpr const wchar_t* kPrefsProjectManagerIncludeConformedAudio =
+    L"BE.Prefs.ProjectManager.IncludeConformedAudio";
+inline constexpr const wchar_t* kPrefsProjectManagerIncludeProxies = L"BE.Prefs.ProjectManager.IncludeProxies";
+inline constexpr const wchar_t* kPrefsProjectManagerRenameMedia = L"BE.Prefs.ProjectManager.RenameMedia";
+inline constexpr const wchar_t* kPrefsProjectManagerDestinationPath =
+    L"BE.Prefs.ProjectManager.DestinationPath"; // string
+
 // The backend's property store: values that outlive a dialog, under dotted keys
 // ("ClipSpeed.Ganged"). A key never written reads as the default handed in.
 class HOST_API Backend {

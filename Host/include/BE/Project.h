@@ -7,6 +7,7 @@
 #include "BE/AudioClip.h"
 #include "BE/ColorMatte.h"
 #include "BE/Media.h"
+#include "BE/Sequence.h"
 #include "KOR/InterfaceRef.h"
 
 namespace BE {
@@ -38,6 +39,12 @@ public:
     virtual std::vector<ColorMatteRef> GetColorMattes() const;
     // The project's media, in the order they came in; by default none.
     virtual std::vector<MediaRef> GetMedia() const;
+    // The bin's master clips, child clips and sequences, in the bin's order; by default none.
+    virtual std::vector<MasterClipRef> GetMasterClips() const;
+    virtual std::vector<ChildClipRef> GetChildClips() const;
+    virtual std::vector<SequenceRef> GetSequences() const;
+    // Whether the project changed since it was last saved or opened; by default never.
+    virtual bool HasUnsavedChanges() const;
     // Adds a media item named inName for the file at inFilePath (the first frame of inStillCount
     // numbered stills, or one file when 0); null when the project takes no media.
     virtual MediaRef AddMedia(const std::wstring& inName, const std::wstring& inFilePath, int inStillCount);

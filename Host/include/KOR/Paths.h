@@ -18,6 +18,9 @@ public:
 };
 
 namespace PathUtils {
+// inPath made absolute (against the working folder) with "." and ".." steps and doubled or
+// trailing separators removed; empty stays empty.
+HOST_API std::wstring ToNormalizedPath(const std::wstring& inPath);
 HOST_API std::wstring AddTrailingSlash(const std::wstring& inPath);
 HOST_API bool ExistsOnDisk(const std::wstring& inPath);
 // The part after the last backslash or "/"; the whole path when it has neither.
