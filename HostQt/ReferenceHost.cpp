@@ -659,6 +659,9 @@ ReferenceHost::ReferenceHost(const HostConfig& inConfig) : mServices(std::make_u
     // The user's documents of the editor (key sets among them) live beside its settings.
     const QString documents = QDir(inConfig.settingsDirectory).filePath(QStringLiteral("Documents"));
     KOR::DirectoryRegistry::RegisterDirectory(L"lumoradocuments", documents.toStdWString());
+    const QString mediaCache = QDir(inConfig.settingsDirectory).filePath(QStringLiteral("Media Cache"));
+    QDir().mkpath(mediaCache);
+    KOR::DirectoryRegistry::RegisterDirectory(L"media.cache", mediaCache.toStdWString());
     KOR::DirectoryRegistry::RegisterDirectory(
         L"userdocuments", QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdWString());
     mServices->shortcuts = std::make_unique<ShortcutManager>(
