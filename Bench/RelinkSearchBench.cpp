@@ -76,7 +76,7 @@ void LiteralWalk(benchmark::State& ioState)
         benchmark::DoNotOptimize(found);
     }
 }
-BENCHMARK(LiteralWalk)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(LiteralWalk)->Unit(benchmark::kMillisecond)->UseRealTime()->Repetitions(5)->ReportAggregatesOnly(true);
 
 void ListedFolders(benchmark::State& ioState)
 {
@@ -91,7 +91,7 @@ void ListedFolders(benchmark::State& ioState)
         benchmark::DoNotOptimize(found);
     }
 }
-BENCHMARK(ListedFolders)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(ListedFolders)->Unit(benchmark::kMillisecond)->UseRealTime()->Repetitions(5)->ReportAggregatesOnly(true);
 
 // LocateOthers over all the items after the one the user found, linking the findable tenth.
 void WholeAutomaticSearch(benchmark::State& ioState)
@@ -112,6 +112,6 @@ void WholeAutomaticSearch(benchmark::State& ioState)
     }
     ioState.counters["linked"] = static_cast<double>(linked);
 }
-BENCHMARK(WholeAutomaticSearch)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(WholeAutomaticSearch)->Unit(benchmark::kMillisecond)->UseRealTime()->Repetitions(5)->ReportAggregatesOnly(true);
 
 } // namespace

@@ -123,7 +123,9 @@ std::wstring GetFullDirectoryPart(const std::wstring& inPath)
     if (separator == std::wstring::npos) {
         return {};
     }
-    return separator == 0 ? inPath.substr(0, 1) : inPath.substr(0, separator);
+    // A root keeps its separator ("/", "D:\\"): without it "D:" names the drive's current folder.
+    const bool driveRoot = separator == 2 && inPath[1] == L':';
+    return separator == 0 || driveRoot ? inPath.substr(0, separator + 1) : inPath.substr(0, separator);
 }
 
 bool IsDirectory(const std::wstring& inPath)

@@ -37,6 +37,7 @@
 #include "KOR/Application.h"
 #include "KOR/Paths.h"
 #include "TL/AutoSave.h"
+#include "TL/Media.h"
 #include "UIF/MessageBox.h"
 #include "UIF/PlayerControl.h"
 #include "zelcore/DebugService.h"
@@ -540,7 +541,11 @@ public:
     bool HasUnsavedChanges() const override { return Document() != mSavedDocument; }
     BE::MediaRef AddMedia(const std::wstring& inName, const std::wstring& inFilePath, int inStillCount) override
     {
-        BE::MediaRef media = mMedia.emplace_back(new Media(inName, inFilePath, inStillCount, true, true));
+        // The streams are those of the file as it is now; a missing file needs none of them.
+        TL::MediaInfo info;
+        const bool opened = TL::Media::GetInfoAboutMediaFile(inFilePath, info) >= 0;
+        BE::MediaRef media = mMedia.emplace_back(
+            new Media(inName, inFilePath, inStillCount, opened && info.hasVideo, opened && info.hasAudio));
         mMasterClips.push_back(MakeMasterClip(inName, media));
         return media;
     }

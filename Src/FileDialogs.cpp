@@ -123,8 +123,10 @@ std::wstring InitialDirectory(const std::wstring& inGiven)
 
 CustomFileDialog::CustomFileDialog(UIF::FileChooserMode inMode, const std::wstring& inDefaultExtension,
                                    const std::wstring& inInitialName, unsigned long inFlags,
-                                   const std::wstring& inFilter)
-    : mBufferChars(inMode == UIF::FileChooserMode::kOpen ? FileBufferChars(inFlags) : kFileBufferChars)
+                                   const std::wstring& inFilter, std::size_t inBufferChars)
+    : mBufferChars(inBufferChars > 0                            ? inBufferChars
+                   : inMode == UIF::FileChooserMode::kOpen ? FileBufferChars(inFlags)
+                                                            : kFileBufferChars)
 {
     mRequest.mode = inMode;
     mRequest.defaultExtension = inDefaultExtension;

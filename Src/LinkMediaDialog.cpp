@@ -25,6 +25,10 @@ std::wstring WithName(unsigned int inTextID, const std::wstring& inName)
     return text;
 }
 
+// A chosen path up to this many characters (with its terminating zero) is read from the chooser's
+// buffer; a longer one from the chooser's own text.
+constexpr std::size_t kRelinkPathChars = 3000;
+
 // What the user did with the chooser for one item.
 enum class Answer { kChosen, kSkip, kSkipAll, kCancel };
 
@@ -33,7 +37,7 @@ enum class Answer { kChosen, kSkip, kSkipAll, kCancel };
 class RelinkFileDialog : public CustomFileDialog {
 public:
     RelinkFileDialog(const IFileRelinker& inItem, std::uint32_t inFlags)
-        : CustomFileDialog(UIF::FileChooserMode::kOpen, L"", L"", 0, RelinkFilter()), mFlags(inFlags),
+        : CustomFileDialog(UIF::FileChooserMode::kOpen, L"", L"", 0, RelinkFilter(), kRelinkPathChars), mFlags(inFlags),
           mMissingPath(inItem.GetFilePath())
     {
         mRequest.windowName = L"RelinkFileDialog";
@@ -47,10 +51,23 @@ public:
         mRequest.initialDirectory = InitialDirectory(inFolder);
         DisableOwner(inParent);
         std::uint32_t failure = 0;
-        if (RunChooser(failure) == 1 && !GetFilePaths().empty()) {
+        const bool confirmed = RunChooser(failure) == 1;
+        if (confirmed && !GetFilePaths().empty()) {
+            mChosenPath = GetFilePaths().front();
+        }
+        if ((confirmed || failure == kFileDialogError_BufferTooSmall) && !mChosenPath.empty()) {
             return Answer::kChosen;
         }
         return mAnswer;
+    }
+
+    const std::wstring& GetChosenPath() const { return mChosenPath; }
+
+    // The chooser's own text, for an answer that the buffer cannot hold.
+    int OnFileOK(UIF::FileChooserWindow& ioWindow) override
+    {
+        mChosenPath = ioWindow.GetFilePath();
+        return 1;
     }
 
     long OnInitDialog(UIF::FileChooserWindow& ioWindow) override
@@ -86,13 +103,15 @@ private:
     std::wstring mMissingPath;
     std::vector<boost::intrusive_ptr<zelui::controls::UI_Button>> mButtons;
     Answer mAnswer = Answer::kCancel;
+    std::wstring mChosenPath;
 };
 
-// Whether the walk passes over an item without asking: linked already, or skipped for good.
+// Whether the walk passes over an item without asking: linked already, or covered by Skip All.
+// An item skipped in an earlier run is asked for again: its mark only keeps the automatic search
+// away from it.
 bool IsSettled(const ILinkLocateLogic& inLogic, const FileRelinkerRef& inItem, bool inSkipAll)
 {
-    return inItem->WasRelinked() || inLogic.IsHandledElsewhere(inItem) || inItem->IsSkipped() ||
-           (inSkipAll && inItem->IsSkipAllTarget());
+    return inItem->WasRelinked() || inLogic.IsHandledElsewhere(inItem) || (inSkipAll && inItem->IsSkipAllTarget());
 }
 
 // Asks for one item until it is linked, skipped, or the user cancels.
@@ -106,7 +125,7 @@ Answer AskForItem(ILinkLocateLogic& ioLogic, const FileRelinkerRef& inItem, std:
         if (answer != Answer::kChosen) {
             return answer;
         }
-        const std::wstring path = chooser.GetFilePaths().front();
+        const std::wstring path = chooser.GetChosenPath();
         ioFolder = KOR::PathUtils::GetFullDirectoryPart(path);
         if (ioLogic.ValidateAndLink(inItem, path)) {
             ioLogic.Link(inItem, path);
@@ -183,7 +202,11 @@ bool DoLocateFileDialog(BE::ProjectRef inProject, const std::vector<KOR::Interfa
     ZEL_INPUT_CONTRACT(inItems.size() > 0);
     std::vector<FileRelinkerRef> items;
     for (const KOR::InterfaceRef<KOR::KORUnknown>& item : inItems) {
-        items.push_back(KOR::InterfaceRef<IFileRelinker>::Query(item));
+        const FileRelinkerRef relinker = KOR::InterfaceRef<IFileRelinker>::Query(item);
+        // Every item is checked before the first chooser opens, so nothing is linked for a list
+        // that cannot be walked to its end.
+        ZEL_INPUT_CONTRACT(relinker != NULL);
+        items.push_back(relinker);
     }
     LocateLogic logic(inAutoLocate);
     return RunRelinkDialogs(logic, items);
@@ -210,7 +233,9 @@ bool DoLinkMediaDialog(BE::ProjectRef inProject, std::vector<BE::ProjectItemRef>
             unlinked.push_back(ioItems[index]);
         }
     }
-    ioItems = std::move(unlinked);
+    if (completed) {
+        ioItems = std::move(unlinked);
+    }
     return completed;
 }
 

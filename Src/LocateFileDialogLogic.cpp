@@ -35,7 +35,10 @@ void ReportUnusableFile(const std::wstring& inPath, std::int32_t inResult)
 NameSearchResult SearchRemembered(FolderNameSearch& ioSearch, const FolderSet& inFolders, const std::wstring& inName)
 {
     NameSearchResult result = ioSearch.Search(inFolders, inName);
-    ZEL_OUTPUT_CONTRACT(result.count == 0 || !result.paths.empty());
+    if (result.count > 0) {
+        const std::vector<std::wstring>& outFoundPaths = result.paths;
+        ZEL_OUTPUT_CONTRACT(!outFoundPaths.empty());
+    }
     return result;
 }
 
@@ -61,13 +64,15 @@ bool LinkMediaLogic::ValidateAndLink(const FileRelinkerRef& inItem, const std::w
         ReportUnusableFile(inPath, result);
         return false;
     }
-    mCheckedFile.emplace(inPath, info);
+    mCheckedFile = CheckedFile{inItem.Get(), inPath, info};
     return true;
 }
 
 void LinkMediaLogic::Link(const FileRelinkerRef& inItem, const std::wstring& inFullPath)
 {
-    const TL::MediaInfo* info = mCheckedFile && mCheckedFile->first == inFullPath ? &mCheckedFile->second : nullptr;
+    const TL::MediaInfo* info = mCheckedFile && mCheckedFile->item == inItem.Get() && mCheckedFile->path == inFullPath
+                                    ? &mCheckedFile->info
+                                    : nullptr;
     IFileRelinker& item = *inItem;
     TL::ExecuteActionWithoutUndo([&] { item.Relink(inFullPath, info); });
     mCheckedFile.reset();

@@ -91,8 +91,37 @@ TEST_F(LocateFile, AnUnusableFileIsReportedTheFoundOneLinksItsNeighboursAndASkip
     EXPECT_EQ(project->GetMedia()[2]->GetState(), BE::kMediaState_Offline);
     EXPECT_TRUE(project->GetMedia()[2]->GetPropertyBag()->GetBoolProperty(L"DLG.MediaRelinker.ItemSkipped", false));
 
-    // The skipped media is not asked for again while it lives.
-    EXPECT_TRUE(DLG::LocateFile::DoLocateFileDialog(project, std::vector<BE::MediaRef>{project->GetMedia()[2]}, true));
+}
+
+// The mark of an earlier skip keeps the automatic search away, yet the user is asked again.
+TEST_F(LocateFile, AMediaSkippedBeforeIsAskedForButNotSearchedFor)
+{
+    const BE::ProjectRef project = Project({"Interview A.wav", "Interview B.wav"});
+    project->GetMedia()[1]->GetPropertyBag()->SetBoolProperty(L"DLG.MediaRelinker.ItemSkipped", true);
+    CheckedUser user;
+    user.On(QStringLiteral("RelinkFileDialog")).ChangeFolder(Moved()).SelectItems({QStringLiteral("Interview A.wav")}).Confirm();
+    user.On(QStringLiteral("RelinkFileDialog"))
+        .Inspect([](QWidget& inWindow) {
+            EXPECT_EQ(inWindow.windowTitle(), QStringLiteral("Where Is \u201cInterview B.wav\u201d?"));
+        })
+        .Press(Qt::Key_Escape);
+    EXPECT_FALSE(DLG::LocateFile::DoLocateFileDialog(project, project->GetMedia(), true));
+    EXPECT_THAT(Paths(project), ElementsAre(InMoved("Interview A.wav"), Old("Interview B.wav")));
+}
+
+// Paths beyond the system's usual 260 characters are read from the chooser's own text.
+TEST_F(LocateFile, ALongPathIsLinked)
+{
+    const QString deep = QDir(Moved()).filePath(QString(120, QLatin1Char('d')) + QLatin1Char('/') + QString(120, QLatin1Char('e')));
+    ASSERT_TRUE(QDir().mkpath(deep));
+    const QString longName = QString(100, QLatin1Char('n')) + QStringLiteral(".wav");
+    ASSERT_TRUE(QFile::copy(QDir(Moved()).filePath("Interview A.wav"), QDir(deep).filePath(longName)));
+    ASSERT_GT(QDir(deep).filePath(longName).size(), 300);
+    const BE::ProjectRef project = Project({"Interview A.wav"});
+    CheckedUser user;
+    user.On(QStringLiteral("RelinkFileDialog")).ChangeFolder(deep).SelectItems({longName}).Confirm();
+    EXPECT_TRUE(DLG::LocateFile::DoLocateFileDialog(project, project->GetMedia(), false));
+    EXPECT_THAT(Paths(project), ElementsAre(QDir(deep).filePath(longName).toStdWString()));
 }
 
 TEST_F(LocateFile, WithoutAutoLocateEveryItemIsAskedFor)
@@ -117,7 +146,7 @@ TEST_F(LocateFile, SkipAllPassesOverTheRestAndCancelEndsTheWalk)
     EXPECT_THAT(Paths(cancelled), ElementsAre(Old("One.wav"), Old("Two.wav")));
 }
 
-TEST_F(LocateFile, LinkMediaKeepsTheItemsStillUnlinked)
+TEST_F(LocateFile, LinkMediaKeepsTheItemsStillUnlinkedOnlyWhenCompleted)
 {
     struct Item : KOR::RefCounted<BE::IProjectItem> {
         explicit Item(BE::MediaRef inMedia) : media(std::move(inMedia)) {}
@@ -128,7 +157,7 @@ TEST_F(LocateFile, LinkMediaKeepsTheItemsStillUnlinked)
     const BE::ProjectRef project = Project({"Interview A.wav", "Interview B.wav"});
     std::vector<BE::ProjectItemRef> items = {BE::ProjectItemRef(new Item(project->GetMedia()[0])),
                                              BE::ProjectItemRef(new Item(project->GetMedia()[1]))};
-    const BE::ProjectItemRef second = items[1];
+    const std::vector<BE::ProjectItemRef> given = items;
     CheckedUser user;
     user.On(QStringLiteral("RelinkFileDialog"))
         .Inspect([](QWidget& inWindow) {
@@ -139,8 +168,13 @@ TEST_F(LocateFile, LinkMediaKeepsTheItemsStillUnlinked)
         .Confirm();
     user.On(QStringLiteral("RelinkFileDialog")).Press(Qt::Key_Escape);
     EXPECT_FALSE(DLG::LinkMedia::DoLinkMediaDialog(project, items));
-    EXPECT_THAT(items, ElementsAre(second));
+    EXPECT_EQ(items, given) << "a cancelled dialog leaves the caller's list alone";
     EXPECT_EQ(project->GetMedia()[0]->GetFilePath(), InMoved("Interview A.wav"));
+
+    user.On(QStringLiteral("RelinkFileDialog")).ChangeFolder(Moved()).SelectItems({QStringLiteral("Interview B.wav")}).Confirm();
+    std::vector<BE::ProjectItemRef> rest = {items[1]};
+    EXPECT_TRUE(DLG::LinkMedia::DoLinkMediaDialog(project, rest));
+    EXPECT_TRUE(rest.empty());
 }
 
 TEST_F(LocateFile, EntriesCheckTheirArguments)
@@ -150,8 +184,11 @@ TEST_F(LocateFile, EntriesCheckTheirArguments)
     EXPECT_THROW(DLG::LocateFile::DoLocateFileDialog(nullptr, project->GetMedia(), true), zelcore::Error);
     EXPECT_THROW(DLG::LocateFile::DoLocateFileDialog(project, std::vector<BE::MediaRef>{}, true), zelcore::Error);
     EXPECT_THROW(DLG::LinkMedia::DoLinkMediaDialog(project, noItems), zelcore::Error);
+    // A media is no relinker: the list is refused before any chooser opens.
+    const std::vector<KOR::InterfaceRef<KOR::KORUnknown>> notRelinkers = {project->GetMedia()[0]};
+    EXPECT_THROW(DLG::LocateFile::DoLocateFileDialog(project, notRelinkers, true), zelcore::Error);
     EXPECT_THAT(mHost.Counts().contractsFailed,
-                ElementsAre("inProject != NULL", "inItems.size() > 0", "inItems.size() > 0"));
+                ElementsAre("inProject != NULL", "inItems.size() > 0", "inItems.size() > 0", "relinker != NULL"));
 }
 
 TEST(MediaRelinker, AnswersFromItsMediaAndNeutrallyWithout)

@@ -3,6 +3,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLabel>
 #include <QTemporaryDir>
 #include <QTreeWidget>
@@ -12,6 +15,7 @@
 
 #include "CheckedUser.h"
 #include "DLG/LocateFileDialogLogic.h"
+#include "HostQt/ReferenceHost.h"
 #include "KOR/Application.h"
 #include "TestHost.h"
 #include "zelcore/Error.h"
@@ -50,6 +54,17 @@ protected:
             items.push_back(Item(path, mLinks).relinker);
         }
         return items;
+    }
+
+    // Media of a project, offline at inOldPaths; a media without video when inAudioOnly.
+    static std::vector<BE::MediaRef> Media(const std::vector<std::wstring>& inOldPaths, bool inAudioOnly = true)
+    {
+        QJsonArray media;
+        for (const std::wstring& path : inOldPaths) {
+            media.append(QJsonObject{{"name", QString::fromStdWString(path)}, {"path", QString::fromStdWString(path)},
+                                     {"video", !inAudioOnly}});
+        }
+        return HostQt::LoadProject(QJsonDocument(QJsonObject{{"media", media}}).toJson(), "/p/Media.tvx")->GetMedia();
     }
 
     QTemporaryDir mRoot;
@@ -139,6 +154,29 @@ TEST_F(Relink, ASkippedReferenceLendsNoPlaceAndSkippedItemsArePassedOver)
     EXPECT_EQ(mLinks.size(), 1u) << "skip marks only count while the search is automatic";
 }
 
+// A linked media is online, so it never lends its old place; Skip All passes over media only.
+TEST_F(Relink, MediaLendNoPlaceAndSkipAllPassesOverMediaOnly)
+{
+    Touch("drive/p/a.wav");
+    Touch("drive/p/sub/b.png");
+    DLG::LocateLogic logic(true);
+    const std::vector<BE::MediaRef> media = Media({L"/old/p/a.wav", L"/old/p/m.wav"});
+    const std::vector<FileRelinkerRef> items = {FileRelinkerRef(new DLG::MediaRelinker(media[0])),
+                                                Items({L"/old/p/sub/b.png"})[0]};
+    logic.Link(items[0], At("drive/p/a.wav"));
+    logic.LocateOthers(items, 1);
+    EXPECT_TRUE(mLinks.empty());
+
+    Touch("drive/p/m.wav");
+    Touch("drive/p/c.png");
+    const std::vector<FileRelinkerRef> rest = {FileRelinkerRef(new DLG::MediaRelinker(media[1])),
+                                               Items({L"/elsewhere/c.png"})[0]};
+    logic.SkipAll();
+    logic.LocateOthers(rest, 0);
+    EXPECT_THAT(mLinks, ElementsAre(L"/elsewhere/c.png -> " + At("drive/p/c.png")));
+    EXPECT_EQ(media[1]->GetFilePath(), L"/old/p/m.wav");
+}
+
 TEST_F(Relink, AnItemWithoutAnOldPathIsLinkedButTeachesNothing)
 {
     DLG::LocateLogic logic(true);
@@ -200,6 +238,11 @@ TEST_F(Relink, AChosenFileIsOpenedAndAnUnusableOneReported)
         .Click(QStringLiteral("okButton"));
     EXPECT_FALSE(logic.ValidateAndLink(items[0], At("notes.wav")));
     EXPECT_TRUE(mLinks.empty()) << "checking links nothing";
+
+    // A clip with video cannot take a sound file.
+    const FileRelinkerRef movie(new DLG::MediaRelinker(Media({L"/old/clip.mov"}, false)[0]));
+    user.On(QStringLiteral("genericListErrorDialog")).Click(QStringLiteral("okButton"));
+    EXPECT_FALSE(logic.ValidateAndLink(movie, wav.toStdWString()));
 }
 
 } // namespace

@@ -103,6 +103,8 @@ TEST(RelinkPaths, SplitJoinAndRelate)
     EXPECT_EQ(GetFullDirectoryPart(L"/a.mov"), L"/");
     EXPECT_EQ(GetFullDirectoryPart(L"C:\\media\\a.mov"), L"C:\\media");
     EXPECT_EQ(GetFullDirectoryPart(L"a.mov"), L"");
+    EXPECT_EQ(GetFullDirectoryPart(L"D:\\a.wav"), L"D:\\");
+    EXPECT_EQ(CombinePaths(GetFullDirectoryPart(L"D:\\a.wav"), L"sub\\b.wav"), L"D:\\sub\\b.wav");
 
     const std::vector<std::tuple<std::wstring, std::wstring, std::wstring>> joins = {
         {L"/new/project/", L"fonts/title.ttf", L"/new/project/fonts/title.ttf"},

@@ -52,8 +52,10 @@ std::wstring InitialDirectory(const std::wstring& inGiven);
 // the chooser's notifications and may filter its list.
 class DLG_API CustomFileDialog : public UIF::FileChooserCustomizer {
 public:
+    // inBufferChars 0: the buffer that the mode and flags give.
     CustomFileDialog(UIF::FileChooserMode inMode, const std::wstring& inDefaultExtension,
-                     const std::wstring& inInitialName, unsigned long inFlags, const std::wstring& inFilter);
+                     const std::wstring& inInitialName, unsigned long inFlags, const std::wstring& inFilter,
+                     std::size_t inBufferChars = 0);
     ~CustomFileDialog() override;
 
     // The chosen names in the buffer form, and as full paths.

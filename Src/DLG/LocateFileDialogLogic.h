@@ -17,10 +17,11 @@ namespace DLG {
 inline constexpr std::uint32_t kRelinkDialog_Choose = 1;        // choose the file
 inline constexpr std::uint32_t kRelinkDialog_Skip = 2;          // pass over this item
 inline constexpr std::uint32_t kRelinkDialog_SkipAll = 4;       // pass over every item like it
-inline constexpr std::uint32_t kRelinkDialog_SearchOthers = 8;  // say that others are searched for
+inline constexpr std::uint32_t kRelinkDialog_SearchOthers = 8;  // announces the search for others
 inline constexpr std::uint32_t kRelinkDialog_Cancel = 16;       // stop relinking
 
-// The host's application type that offers no "skip all" and no search for other items.
+// The host's application type whose chooser offers no "skip all" and does not announce the search
+// for other items (the search itself follows the auto-locate choice).
 inline constexpr int kApplicationType_NoBatchRelink = 4;
 
 // What the locate and link dialogs do with a missing item and a file the user chose.
@@ -58,8 +59,14 @@ protected:
 
 private:
     bool mSkipAll = false;
-    // The file that ValidateAndLink opened last, handed on by the Link that follows it.
-    std::optional<std::pair<std::wstring, TL::MediaInfo>> mCheckedFile;
+    // The file that ValidateAndLink opened last for an item, handed on by the Link of that item
+    // and path that follows it.
+    struct CheckedFile {
+        const IFileRelinker* item = nullptr;
+        std::wstring path;
+        TL::MediaInfo info;
+    };
+    std::optional<CheckedFile> mCheckedFile;
 };
 
 // Locating missing files: every folder where a file was found is remembered, and the items

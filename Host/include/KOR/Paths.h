@@ -41,7 +41,8 @@ HOST_API std::vector<std::wstring> ListFiles(const std::wstring& inDirectory, co
 HOST_API bool IsDirectory(const std::wstring& inPath);
 // Whether inPath is an absolute path that the file system could hold (not blank, no zero character).
 HOST_API bool IsValidPath(const std::wstring& inPath);
-// The folder part of a path: everything before its last backslash or "/" ("/" for a file at the root).
+// The folder part of a path: everything before its last backslash or "/" ("/" or "D:\\" for a file
+// at a root).
 HOST_API std::wstring GetFullDirectoryPart(const std::wstring& inPath);
 // The extension of the file part with its dot (".png"); empty when the file part has no dot.
 HOST_API std::wstring GetExtensionPart(const std::wstring& inPath);
