@@ -64,13 +64,14 @@ bool MakeMovedFiles(const QString& inFolder)
 void AddMissingMedia(BE::IProject& ioProject, const QString& inOldFolder)
 {
     for (const char* name : {kMovie, kNarration, kStill}) {
-        const std::wstring path = QDir(inOldFolder).filePath(QString::fromLatin1(name)).toStdWString();
+        // By name: a media relinked in an earlier run is the same media at its new place.
+        const std::wstring mediaName = QString::fromLatin1(name).toStdWString();
         bool present = false;
         for (const BE::MediaRef& media : ioProject.GetMedia()) {
-            present = present || media->GetFilePath() == path;
+            present = present || media->GetName() == mediaName;
         }
         if (!present) {
-            ioProject.AddMedia(QString::fromLatin1(name).toStdWString(), path, 0);
+            ioProject.AddMedia(mediaName, QDir(inOldFolder).filePath(QString::fromLatin1(name)).toStdWString(), 0);
         }
     }
 }
