@@ -403,6 +403,8 @@ const std::vector<DemoDialog>& DemoDialogs()
         {QStringLiteral("Import files"), QStringLiteral("ImportFileDialog"), &OpenImportFiles, {}},
         // The user finds one moved file; the others in its folder are linked without asking.
         {QStringLiteral("Relink offline media"), QStringLiteral("RelinkFileDialog"), &RelinkOfflineMedia, {}},
+        // The user finds the title; its layer and the shared logo follow at their relative places.
+        {QStringLiteral("Relink moved title files"), QStringLiteral("RelinkFileDialog"), &RelinkTitleFiles, {}},
         SerialSetupDemo(1),
         SerialSetupDemo(16),
         SerialExportOptionsDemo(),

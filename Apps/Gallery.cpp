@@ -158,6 +158,14 @@ void AddRelinkEntry(std::vector<GalleryEntry>& ioEntries, DemoState& ioState, Ho
                                  .Confirm();
                          },
                          [&ioState, &inWorkspace] { return RelinkOfflineMedia(ioState, inWorkspace); }});
+    ioEntries.push_back({QStringLiteral("Relink moved title files"),
+                         [&ioState](TestSupport::ScriptedUser& ioUser, const QDir&) {
+                             ioUser.On(QStringLiteral("RelinkFileDialog"))
+                                 .ChangeFolder(QDir(RelinkMovedFolder(ioState)).filePath(QStringLiteral("Titles")))
+                                 .SelectItems({QStringLiteral("Opening title.png")})
+                                 .Confirm();
+                         },
+                         [&ioState, &inWorkspace] { return RelinkTitleFiles(ioState, inWorkspace); }});
 }
 
 std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorkspace)

@@ -2,13 +2,16 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QImage>
 #include <QStringList>
 
+#include <array>
 #include <cmath>
 #include <numbers>
 
 #include "BE/Project.h"
+#include "DLG/FileRelinker.h"
 #include "DLG/LinkMediaDialog.h"
 #include "DLG/Module.h"
 #include "DemoDialogs.h"
@@ -22,6 +25,10 @@ namespace {
 constexpr const char* kMovie = "Interview B.mov";
 constexpr const char* kNarration = "Narration take 3.wav";
 constexpr const char* kStill = "Harbour still.png";
+
+// The files a title uses, as they lay beside each other on the old drive and on the moved one.
+constexpr std::array<const char*, 3> kTitleFiles = {"Titles/Opening title.png", "Titles/Layers/Glow.png",
+                                                    "Shared/Logo.png"};
 
 QString RelinkFolder(const DemoState& inState) { return QDir(inState.mediaFolder).filePath(QStringLiteral("Relink")); }
 
@@ -59,6 +66,23 @@ bool MakeMovedFiles(const QString& inFolder)
     return (QFile::exists(folder.filePath(kMovie)) || HostQt::WriteSampleMovie(folder.filePath(kMovie), movie)) &&
            (QFile::exists(folder.filePath(kNarration)) || WriteNarration(folder.filePath(kNarration))) &&
            (QFile::exists(folder.filePath(kStill)) || WriteStill(folder.filePath(kStill)));
+}
+
+bool MakeMovedTitleFiles(const QString& inFolder)
+{
+    for (const char* file : kTitleFiles) {
+        const QString path = QDir(inFolder).filePath(QString::fromLatin1(file));
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        if (!QFile::exists(path) && !WriteStill(path)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+QString ListOrNone(const QStringList& inNames)
+{
+    return inNames.isEmpty() ? QStringLiteral("none") : inNames.join(QStringLiteral(", "));
 }
 
 void AddMissingMedia(BE::IProject& ioProject, const QString& inOldFolder)
@@ -112,9 +136,31 @@ QString RelinkOfflineMedia(DemoState& ioState, HostQt::Workspace&)
         (media->GetState() == BE::kMediaState_Online ? linked : missing) << QString::fromStdWString(media->GetName());
     }
     return QStringLiteral("returned %1; linked: %2; still offline: %3")
-        .arg(completed ? QStringLiteral("true") : QStringLiteral("false"),
-             linked.isEmpty() ? QStringLiteral("none") : linked.join(QStringLiteral(", ")),
-             missing.isEmpty() ? QStringLiteral("none") : missing.join(QStringLiteral(", ")));
+        .arg(completed ? QStringLiteral("true") : QStringLiteral("false"), ListOrNone(linked), ListOrNone(missing));
+}
+
+QString RelinkTitleFiles(DemoState& ioState, HostQt::Workspace&)
+{
+    const BE::ProjectRef project = DLG::GetCurrentProject();
+    if (!project) {
+        return QStringLiteral("no project");
+    }
+    if (!MakeMovedTitleFiles(RelinkMovedFolder(ioState))) {
+        return QStringLiteral("the moved title files could not be written to %1").arg(RelinkMovedFolder(ioState));
+    }
+    const QDir oldDrive(QDir(RelinkFolder(ioState)).filePath(QStringLiteral("Old drive")));
+    QStringList linked;
+    std::vector<KOR::InterfaceRef<KOR::KORUnknown>> items;
+    for (const char* file : kTitleFiles) {
+        items.emplace_back(new DLG::DependencyRelinker(oldDrive.filePath(QString::fromLatin1(file)).toStdWString(), L"",
+                                                       [&linked, file](const std::wstring& inNewPath) {
+                                                           linked << QStringLiteral("%1 at %2").arg(
+                                                               QString::fromLatin1(file), QString::fromStdWString(inNewPath));
+                                                       }));
+    }
+    const bool completed = DLG::LocateFile::DoLocateFileDialog(project, items, true);
+    return QStringLiteral("returned %1; linked: %2")
+        .arg(completed ? QStringLiteral("true") : QStringLiteral("false"), ListOrNone(linked));
 }
 
 } // namespace Demo

@@ -18,4 +18,8 @@ QString RelinkMovedFolder(const DemoState& inState);
 // then runs the locate dialog over the project's offline media with the automatic search on.
 QString RelinkOfflineMedia(DemoState& ioState, HostQt::Workspace& inWorkspace);
 
+// Relinks the files a title uses, moved together to another drive: the user finds the first, the
+// others are found at their places relative to it ("Layers/Glow.png", "../Shared/Logo.png").
+QString RelinkTitleFiles(DemoState& ioState, HostQt::Workspace& inWorkspace);
+
 } // namespace Demo
