@@ -492,10 +492,9 @@ bool ConformPending(const std::vector<PendingStream>& inPending, int inRate, con
     std::wstring failures;
     bool aborted = false;
     double doneBefore = 0;
-    double lastPosted = -1;
     for (std::size_t index = 0; index < inPending.size() && !aborted; ++index) {
         const PendingStream& stream = inPending[index];
-        lastPosted = -1;
+        double lastPosted = -1; // each stream starts with a message that names its media
         const auto post = [&](double inSeconds) {
             const double done = doneBefore + std::min(inSeconds, stream.seconds);
             const double fraction = total > 0 ? std::min(done / total, 1.0) : 0.0;
