@@ -89,7 +89,7 @@ FileJob CopyJob(QString inSource, QString inName, std::wstring inLabel)
 
 // How a master clip's media ends up in the new project.
 struct Placement {
-    QString target; // relative; empty for media that are not files
+    QString target; // relative to the new project's folder
     std::int64_t cut = 0;
     QString proxy;
 };
@@ -273,14 +273,24 @@ public:
 private:
     class Batch : public KOR::RefCounted<KOR::BatchOperation> {};
 
+    // Whatever ends the work, a failure takes away the folder it made.
     void Run()
     {
-        Failure failure = Work();
-        if (failure.code != kResult_OK && !mFolder.isEmpty()) {
+        try {
+            Finish(Work());
+        } catch (...) {
+            Finish({kError_WriteFault, mFolder});
+            throw;
+        }
+    }
+
+    void Finish(Failure inFailure)
+    {
+        if (inFailure.code != kResult_OK && !mFolder.isEmpty()) {
             QDir(mFolder).removeRecursively();
         }
         std::lock_guard lock(mMutex);
-        mFailure = std::move(failure);
+        mFailure = std::move(inFailure);
     }
 
     Failure Work()
