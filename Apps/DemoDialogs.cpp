@@ -40,6 +40,7 @@
 #include "StartupDemo.h"
 #include "ImportDemo.h"
 #include "RelinkDemo.h"
+#include "ProjectManagerDemo.h"
 
 namespace Demo {
 
@@ -403,6 +404,9 @@ const std::vector<DemoDialog>& DemoDialogs()
         {QStringLiteral("Import files"), QStringLiteral("ImportFileDialog"), &OpenImportFiles, {}},
         // The user finds one moved file; the others in its folder are linked without asking.
         {QStringLiteral("Relink offline media"), QStringLiteral("RelinkFileDialog"), &RelinkOfflineMedia, {}},
+        // The user chooses a folder, then collects or trims the sample project with its real media.
+        {QStringLiteral("Project manager"), QStringLiteral("ProjectManagerDialog"), &OpenProjectManager,
+         [](TestSupport::Step& ioStep) { ioStep.Click(QStringLiteral("cancelButton")); }},
         SerialSetupDemo(1),
         SerialSetupDemo(16),
         SerialExportOptionsDemo(),
