@@ -612,4 +612,41 @@ TEST_F(ProjectManagerWindow, AFailedRunKeepsTheDialogOpen)
     EXPECT_EQ(recorder.boxes[0].text, DLG::LoadString(DLG::kStr_ProjectManagerNothingUsed));
 }
 
+// Browse chooses the destination in a folder chooser; the path and its free space follow. A
+// destination that became a file meanwhile is refused at OK with its message, and nothing runs.
+TEST_F(ProjectManagerWindow, BrowseChoosesTheDestinationAndOkRefusesOneThatIsNoFolder)
+{
+    const QString chosen = QDir(mHost.ScratchDirectory()).filePath(QStringLiteral("Collected"));
+    QDir().mkpath(chosen);
+    Recorder recorder;
+    ProjectManagerLogic logic(SavedProject(), recorder.Calls());
+    CheckedUser user;
+    user.On(QStringLiteral("ProjectManagerDialog")).Click(QStringLiteral("browseButton"));
+    user.On(QStringLiteral("FolderChooserDialog")).SelectItems({QStringLiteral("Collected")}).Confirm();
+    user.On(QStringLiteral("ProjectManagerDialog"))
+        .Inspect([chosen](QWidget& inWindow) {
+            EXPECT_EQ(Text(inWindow, "pathStaticText"), chosen);
+            EXPECT_EQ(Text(inWindow, "diskSpaceAvailableStaticText").toStdWString(),
+                      KOR::DiskUtils::MakeDiskSpaceString(KOR::DiskUtils::GetFreeSpace(chosen.toStdWString())));
+            // The folder, also the stored one, becomes a file before OK.
+            QDir(chosen).removeRecursively();
+            QFile file(chosen);
+            file.open(QIODevice::WriteOnly);
+            BE::GetBackend()->SetStringProperty(BE::kPrefsProjectManagerDestinationPath, chosen.toStdWString());
+        })
+        .Click(QStringLiteral("okButton"));
+    user.On(QStringLiteral("MessageBox")).Press(Qt::Key_Return);
+    user.On(QStringLiteral("ProjectManagerDialog"))
+        .Inspect([](QWidget& inWindow) {
+            EXPECT_TRUE(Text(inWindow, "pathStaticText").isEmpty()) << "cleared, so that the user chooses again";
+        })
+        .Click(QStringLiteral("cancelButton"));
+    // The chooser opens on the destination.
+    BE::GetBackend()->SetStringProperty(BE::kPrefsProjectManagerDestinationPath, mHost.ScratchDirectory().toStdWString());
+    EXPECT_EQ(Open(logic), std::nullopt);
+    ASSERT_EQ(user.MessageBoxes().size(), 1u);
+    EXPECT_EQ(user.MessageBoxes()[0].text.toStdWString(), DLG::LoadString(DLG::kStr_ProjectManagerNotAFolder));
+    EXPECT_THAT(recorder.events, IsEmpty());
+}
+
 } // namespace
