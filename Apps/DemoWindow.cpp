@@ -13,6 +13,7 @@
 #include "BE/ProjectSettings.h"
 #include "DLG/Module.h"
 #include "DLG/TimecodeInfo.h"
+#include "HostQt/Conform.h"
 #include "HostQt/NodePeer.h"
 #include "zelcore/Error.h"
 
@@ -129,6 +130,7 @@ void DemoWindow::OpenProject(BE::ProjectRef inProject)
 {
     mProject = inProject;
     DLG::SetProject(inProject);
+    HostQt::SetOpenProject(inProject);
     Log(QStringLiteral("Opened \"%1\" from %2")
             .arg(QString::fromStdWString(inProject->GetName()), QString::fromStdWString(inProject->GetFilePath())));
 }

@@ -15,6 +15,7 @@
 #include "DemoWindow.h"
 #include "Gallery.h"
 #include "StartupDemo.h"
+#include "HostQt/Conform.h"
 #include "HostQt/ReferenceHost.h"
 #include "HostQt/Workspace.h"
 #include "KOR/Paths.h"
@@ -46,6 +47,7 @@ int Run(QApplication& ioApp, const QCommandLineParser& inOptions)
     DLG::Initialize();
     const BE::ProjectRef project = LoadSampleProject();
     DLG::SetProject(project);
+    HostQt::SetOpenProject(project);
 
     Demo::DemoState state;
     state.mediaFolder = gallery ? QDir(gallerySettings.path()).filePath(QStringLiteral("Sample media"))
@@ -72,6 +74,7 @@ int Run(QApplication& ioApp, const QCommandLineParser& inOptions)
         result = ioApp.exec();
     }
     host.SetMainWindow(nullptr);
+    HostQt::SetOpenProject(nullptr);
     DLG::Terminate();
     return result;
 }

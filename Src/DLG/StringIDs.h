@@ -57,6 +57,13 @@ inline constexpr unsigned int kStr_RelinkAllFiles = 11803;
 inline constexpr unsigned int kStr_RelinkSkip = 11804;
 inline constexpr unsigned int kStr_RelinkSkipAll = 11805;
 
+// The audio conform dialog and its background operation.
+inline constexpr unsigned int kStr_ConformOperationName = 9754;
+inline constexpr unsigned int kStr_ConformTitle = 11830;
+inline constexpr unsigned int kStr_ConformPreparing = 11831;
+inline constexpr unsigned int kStr_ConformMediaName = 11832;
+inline constexpr unsigned int kStr_ConformStopping = 11833;
+inline constexpr unsigned int kStr_ConformFailed = 11834;
 // The project manager.
 inline constexpr unsigned int kStr_ProjectManagerSaveCaption = 11198;
 inline constexpr unsigned int kStr_ProjectManagerCalculateFailed = 11213;
