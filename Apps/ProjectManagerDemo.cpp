@@ -1,6 +1,5 @@
 #include "ProjectManagerDemo.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -121,21 +120,27 @@ QByteArray MappedProject(const QString& inFolder, QString& outProblem)
     return QJsonDocument(project).toJson();
 }
 
-// The project file the last run wrote in the destination: the newest one there.
+// The project file the last run wrote: the newest one in the destination or in a folder of it (the
+// host puts the new project in a folder of its own there).
 QString WrittenProject()
 {
     const BE::Backend* prefs = BE::GetBackend();
-    const std::wstring folder = prefs ? prefs->GetStringProperty(BE::kPrefsProjectManagerDestinationPath, L"") : L"";
-    QString newest;
-    QDateTime newestTime;
-    for (const std::wstring& file : KOR::PathUtils::ListFiles(folder, L".tvx")) {
-        const QFileInfo info(QString::fromStdWString(file));
-        if (newest.isEmpty() || info.lastModified() > newestTime) {
-            newest = info.filePath();
-            newestTime = info.lastModified();
+    const QDir destination(
+        QString::fromStdWString(prefs ? prefs->GetStringProperty(BE::kPrefsProjectManagerDestinationPath, L"") : L""));
+    QStringList folders{destination.path()};
+    for (const QFileInfo& folder : destination.entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        folders << folder.filePath();
+    }
+    QFileInfo newest;
+    for (const QString& folder : folders) {
+        for (const std::wstring& file : KOR::PathUtils::ListFiles(folder.toStdWString(), L".tvx")) {
+            const QFileInfo info(QString::fromStdWString(file));
+            if (!newest.exists() || info.lastModified() > newest.lastModified()) {
+                newest = info;
+            }
         }
     }
-    return newest;
+    return newest.filePath();
 }
 
 QString Describe(const QString& inProjectPath)
@@ -155,10 +160,11 @@ QString Describe(const QString& inProjectPath)
         }
     }
     QStringList media;
-    for (const BE::MediaRef& item : project->GetMedia()) {
-        const QString path = QString::fromStdWString(item->GetFilePath());
+    for (const BE::MasterClipRef& master : project->GetMasterClips()) {
+        const BE::MediaRef item = master->GetMedia();
+        const QString path = item ? QString::fromStdWString(item->GetFilePath()) : QString();
         media << QStringLiteral("%1 -> %2 (%3)")
-                     .arg(QString::fromStdWString(item->GetName()), path,
+                     .arg(QString::fromStdWString(master->GetName()), path,
                           QFile::exists(path) ? QStringLiteral("present") : QStringLiteral("missing"));
     }
     return QStringLiteral("opened %1; clips: %2; media: %3")
