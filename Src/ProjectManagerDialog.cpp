@@ -236,8 +236,9 @@ bool ProjectManagerLogic::SaveIfChanged()
     if (!mProject->HasUnsavedChanges()) {
         return true;
     }
-    const long answer = mHost.messageBox(LoadString(kStr_ProjectManagerSaveFirst), LoadString(kStr_ProjectManagerSaveCaption),
-                                         kSaveQuestionButtons, kSaveQuestionIcon, kSaveAnswer);
+    const long answer = mHost.messageBox(LoadString(kStr_ProjectManagerSaveFirst),
+                                         LoadString(kStr_ProjectManagerSaveCaption), kSaveQuestionButtons,
+                                         kSaveQuestionIcon, kSaveAnswer);
     if (answer != kSaveAnswer) {
         return false;
     }

@@ -360,7 +360,8 @@ INSTANTIATE_TEST_SUITE_P(
     Sequences, ProjectManagerRun,
     testing::Values(
         RunCase{"SavedAndConformed", false, 0, 0, true, true, {"conform", "pause", "create", kRunning, "resume"}, 0},
-        RunCase{"WithoutConformedAudioNoConform", false, 0, 0, false, false, {"pause", "create", kRunning, "resume"}, 0},
+        RunCase{"WithoutConformedAudioNoConform", false, 0, 0, false, false,
+                {"pause", "create", kRunning, "resume"}, 0},
         RunCase{"ConformDeclinedPausesNothing", false, 0, 0, true, false, {"conform"}, std::nullopt},
         RunCase{"UnsavedAndSaved", true, kSaveAnswer, 0, false, true,
                 {"message box", "save", "pause", "create", kRunning, "resume"}, 0},
@@ -387,7 +388,8 @@ TEST(ProjectManagerRunOutcome, WorkersAreResumedAfterSuccessFailureCancelAndAnEx
         bool throws;
         std::size_t boxes;
     };
-    for (const Case& c : {Case{"success", 0, true, false, 0}, Case{"failure", TL::ProjectManager::kError_DiskFull, true, false, 1},
+    for (const Case& c : {Case{"success", 0, true, false, 0},
+                          Case{"failure", TL::ProjectManager::kError_DiskFull, true, false, 1},
                           Case{"cancel", TL::ProjectManager::kResult_Cancelled, true, false, 0},
                           Case{"not queued", 0, false, false, 1}, Case{"exception", 0, true, true, 0}}) {
         Recorder recorder;
@@ -606,7 +608,9 @@ TEST_F(ProjectManagerWindow, AFailedRunKeepsTheDialogOpen)
     ProjectManagerLogic logic(SavedProject(), recorder.Calls());
     logic.Options().includeConformedAudio = false;
     CheckedUser user;
-    user.On(QStringLiteral("ProjectManagerDialog")).Click(QStringLiteral("okButton")).Click(QStringLiteral("cancelButton"));
+    user.On(QStringLiteral("ProjectManagerDialog"))
+        .Click(QStringLiteral("okButton"))
+        .Click(QStringLiteral("cancelButton"));
     EXPECT_EQ(Open(logic), std::nullopt);
     ASSERT_EQ(recorder.boxes.size(), 1u);
     EXPECT_EQ(recorder.boxes[0].text, DLG::LoadString(DLG::kStr_ProjectManagerNothingUsed));
@@ -642,7 +646,8 @@ TEST_F(ProjectManagerWindow, BrowseChoosesTheDestinationAndOkRefusesOneThatIsNoF
         })
         .Click(QStringLiteral("cancelButton"));
     // The chooser opens on the destination.
-    BE::GetBackend()->SetStringProperty(BE::kPrefsProjectManagerDestinationPath, mHost.ScratchDirectory().toStdWString());
+    BE::GetBackend()->SetStringProperty(BE::kPrefsProjectManagerDestinationPath,
+                                        mHost.ScratchDirectory().toStdWString());
     EXPECT_EQ(Open(logic), std::nullopt);
     ASSERT_EQ(user.MessageBoxes().size(), 1u);
     EXPECT_EQ(user.MessageBoxes()[0].text.toStdWString(), DLG::LoadString(DLG::kStr_ProjectManagerNotAFolder));
