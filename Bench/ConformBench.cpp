@@ -51,8 +51,8 @@ struct Source {
         KOR::DirectoryRegistry::RegisterDirectory(L"media.cache", cache.toStdWString());
         const QJsonObject document{
             {QStringLiteral("timecode"), QJsonObject{{QStringLiteral("audioRate"), 48000}}},
-            {QStringLiteral("media"),
-             QJsonArray{QJsonObject{{QStringLiteral("name"), QStringLiteral("Ten minutes")}, {QStringLiteral("path"), path}}}}};
+            {QStringLiteral("media"), QJsonArray{QJsonObject{{QStringLiteral("name"), QStringLiteral("Ten minutes")},
+                                                             {QStringLiteral("path"), path}}}}};
         project = HostQt::LoadProject(QJsonDocument(document).toJson(), QDir(root).filePath(QStringLiteral("p.json")));
     }
 

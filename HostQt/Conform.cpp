@@ -190,8 +190,8 @@ void Put(QByteArray& ioBytes, std::uint64_t inValue, int inBytes)
 }
 
 // A float WAV header for inDataBytes of samples; more than two channels take the extensible
-// format with the channels in the default order for their count.
-QByteArray FloatWavHeader(int inChannels, int inRate, std::uint64_t inDataBytes)
+// format, with inChannelMask saying which speakers the channels are for.
+QByteArray FloatWavHeader(int inChannels, int inRate, std::uint64_t inChannelMask, std::uint64_t inDataBytes)
 {
     const std::uint64_t blockAlign = 4ull * static_cast<std::uint64_t>(inChannels);
     const bool extensible = inChannels > 2;
@@ -203,13 +203,9 @@ QByteArray FloatWavHeader(int inChannels, int inRate, std::uint64_t inDataBytes)
     Put(format, blockAlign, 2);
     Put(format, 32, 2);
     if (extensible) {
-        AVChannelLayout layout{};
-        av_channel_layout_default(&layout, inChannels);
-        const std::uint64_t mask = layout.order == AV_CHANNEL_ORDER_NATIVE ? layout.u.mask : 0;
-        av_channel_layout_uninit(&layout);
         Put(format, 22, 2); // the extension's size
         Put(format, 32, 2); // valid bits
-        Put(format, mask & 0xFFFFFFFFull, 4);
+        Put(format, inChannelMask & 0xFFFFFFFFull, 4);
         format.append(kSubFormat_Float, 16);
     }
     QByteArray header("RIFF");
@@ -220,6 +216,20 @@ QByteArray FloatWavHeader(int inChannels, int inRate, std::uint64_t inDataBytes)
     header += "data";
     Put(header, inDataBytes, 4);
     return header;
+}
+
+// The speakers of inLayout as a WAV channel mask (the same bits); a layout that names no speakers
+// is taken as the usual one for its channel count.
+std::uint64_t SpeakerMask(const AVChannelLayout& inLayout)
+{
+    if (inLayout.order == AV_CHANNEL_ORDER_NATIVE) {
+        return inLayout.u.mask;
+    }
+    AVChannelLayout usual{};
+    av_channel_layout_default(&usual, inLayout.nb_channels);
+    const std::uint64_t mask = usual.order == AV_CHANNEL_ORDER_NATIVE ? usual.u.mask : 0;
+    av_channel_layout_uninit(&usual);
+    return mask;
 }
 
 enum class Outcome { kDone, kAborted, kFailed };
@@ -285,12 +295,14 @@ private:
             return Fail(L"the file cannot be read as media");
         }
         for (unsigned int i = 0; i < mFormat->nb_streams; ++i) {
-            mFormat->streams[i]->discard = static_cast<int>(i) == mStream.streamIndex ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
+            mFormat->streams[i]->discard =
+                static_cast<int>(i) == mStream.streamIndex ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
         }
         const AVStream& stream = *mFormat->streams[mStream.streamIndex];
         const AVCodec* codec = avcodec_find_decoder(stream.codecpar->codec_id);
         if (!codec) {
-            return Fail(L"no decoder for its audio (" + QString::fromLatin1(avcodec_get_name(stream.codecpar->codec_id)).toStdWString() + L")");
+            return Fail(L"no decoder for its audio (" +
+                        QString::fromLatin1(avcodec_get_name(stream.codecpar->codec_id)).toStdWString() + L")");
         }
         mDecoder.reset(avcodec_alloc_context3(codec));
         if (!mDecoder || avcodec_parameters_to_context(mDecoder.get(), stream.codecpar) < 0) {
@@ -304,6 +316,7 @@ private:
         if (mChannels <= 0) {
             return Fail(L"its audio has no channels");
         }
+        mChannelMask = SpeakerMask(mDecoder->ch_layout);
         mPacket.reset(av_packet_alloc());
         mFrame.reset(av_frame_alloc());
         return mPacket && mFrame ? Outcome::kDone : Fail(L"out of memory");
@@ -393,9 +406,9 @@ private:
             return Fail(L"out of memory");
         }
         SwrContext* resampler = nullptr;
-        const int made = swr_alloc_set_opts2(&resampler, &layout, AV_SAMPLE_FMT_FLT, mRate, &layout,
-                                             static_cast<AVSampleFormat>(inFrame.format), inFrame.sample_rate, 0,
-                                             nullptr);
+        const int made =
+            swr_alloc_set_opts2(&resampler, &layout, AV_SAMPLE_FMT_FLT, mRate, &layout,
+                                static_cast<AVSampleFormat>(inFrame.format), inFrame.sample_rate, 0, nullptr);
         av_channel_layout_uninit(&layout);
         mResampler.reset(resampler);
         if (made < 0 || swr_init(mResampler.get()) < 0) {
@@ -419,7 +432,8 @@ private:
         if (converted < 0) {
             return Fail(L"its audio cannot be resampled");
         }
-        const auto bytes = static_cast<std::uint64_t>(converted) * static_cast<std::uint64_t>(mChannels) * sizeof(float);
+        const auto bytes =
+            static_cast<std::uint64_t>(converted) * static_cast<std::uint64_t>(mChannels) * sizeof(float);
         if (mDataBytes + bytes + static_cast<std::uint64_t>(mHeaderBytes) > kWavSizeLimit) {
             return Fail(L"its audio is too long for a WAV file");
         }
@@ -433,7 +447,7 @@ private:
 
     bool WriteHeader(std::uint64_t inDataBytes)
     {
-        const QByteArray header = FloatWavHeader(mChannels, mRate, inDataBytes);
+        const QByteArray header = FloatWavHeader(mChannels, mRate, mChannelMask, inDataBytes);
         mHeaderBytes = header.size();
         return mOutput.write(header) == header.size();
     }
@@ -456,6 +470,7 @@ private:
     int mInputRate = 1;
     int mInputFormat = -1;
     int mChannels = 0;
+    std::uint64_t mChannelMask = 0;
 };
 
 void Post(const std::wstring& inStation, KOR::MessagePtr inMessage)
@@ -486,9 +501,8 @@ bool ConformPending(const std::vector<PendingStream>& inPending, int inRate, con
             const double fraction = total > 0 ? std::min(done / total, 1.0) : 0.0;
             if (fraction - lastPosted >= kProgressStep || lastPosted < 0) {
                 lastPosted = fraction;
-                Post(inStation, std::make_shared<ML::AudioConformationProgress>(stream.mediaName,
-                                                                                static_cast<int>(index),
-                                                                                static_cast<float>(fraction)));
+                Post(inStation, std::make_shared<ML::AudioConformationProgress>(
+                                    stream.mediaName, static_cast<int>(index), static_cast<float>(fraction)));
             }
         };
         post(0);
@@ -546,8 +560,10 @@ namespace ML {
 
 namespace {
 
-// A whole project conforms at its own rate; the other scopes at the open project's.
-void AddScope(HostQt::ScopeMedia& ioMedia, const BE::ProjectRef& inProject) { ioMedia.AddAll(inProject->GetMasterClips()); }
+void AddScope(HostQt::ScopeMedia& ioMedia, const BE::ProjectRef& inProject)
+{
+    ioMedia.AddAll(inProject->GetMasterClips());
+}
 void AddScope(HostQt::ScopeMedia& ioMedia, const BE::TrackItemSelectionRef& inSelection)
 {
     ioMedia.AddAll(inSelection->GetClips());
@@ -577,6 +593,7 @@ bool Resolve(const Scope& inScope, const BE::ProjectRef& inRateProject, bool inC
 
 } // namespace
 
+// A whole project conforms at its own rate; the other scopes at the open project's.
 bool ConformUtils::NeedsConform(const KOR::InterfaceRef<BE::IProject>& inProject, bool inConform,
                                 const std::wstring& inStation, const KOR::InterfaceRef<MF::IAbort>& inAbort)
 {

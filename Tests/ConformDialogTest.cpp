@@ -26,10 +26,10 @@ namespace {
 
 using ConformSupport::CacheFiles;
 using ConformSupport::MediaEntry;
-using TestSupport::CheckedUser;
-using TestSupport::TestHost;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using TestSupport::CheckedUser;
+using TestSupport::TestHost;
 
 constexpr int kWaitLimitMs = 20000;
 
@@ -79,7 +79,10 @@ QString TextOf(QWidget& inWindow)
     return label ? label->text() : QStringLiteral("<no label>");
 }
 QProgressBar* Bar(QWidget& inWindow) { return inWindow.findChild<QProgressBar*>(QStringLiteral("progressBar")); }
-QPushButton* CancelButton(QWidget& inWindow) { return inWindow.findChild<QPushButton*>(QStringLiteral("cancelButton")); }
+QPushButton* CancelButton(QWidget& inWindow)
+{
+    return inWindow.findChild<QPushButton*>(QStringLiteral("cancelButton"));
+}
 
 BE::SequenceRef FirstSequence(const BE::ProjectRef& inProject) { return inProject->GetSequences().front(); }
 
@@ -98,7 +101,8 @@ protected:
         const QJsonArray childClips{QJsonObject{{"name", "Alpha part"}, {"clip", "Alpha"}, {"in", 1}, {"out", 4}}};
         const QJsonArray sequences{QJsonObject{
             {"name", "Cut"},
-            {"items", QJsonArray{QJsonObject{{"clip", "Alpha"}, {"track", "A1"}, {"start", 0}, {"in", 0}, {"out", 4}}}}}};
+            {"items",
+             QJsonArray{QJsonObject{{"clip", "Alpha"}, {"track", "A1"}, {"start", 0}, {"in", 0}, {"out", 4}}}}}};
         BE::ProjectRef project = ConformSupport::MakeProject(At("project.json"), 48000,
                                                              {MediaEntry("Alpha", At(inFile))}, childClips, sequences);
         HostQt::SetOpenProject(project);
@@ -155,10 +159,12 @@ INSTANTIATE_TEST_SUITE_P(
                  [](const BE::ProjectRef& inProject) {
                      return DLG::DoConformDialog(FirstSequence(inProject)->GetClips().front());
                  }},
-        KindCase{"ChildClip",
-                 [](const BE::ProjectRef& inProject) { return DLG::DoConformDialog(inProject->GetChildClips().front()); }},
-        KindCase{"MasterClip",
-                 [](const BE::ProjectRef& inProject) { return DLG::DoConformDialog(inProject->GetMasterClips().front()); }},
+        KindCase{
+            "ChildClip",
+            [](const BE::ProjectRef& inProject) { return DLG::DoConformDialog(inProject->GetChildClips().front()); }},
+        KindCase{
+            "MasterClip",
+            [](const BE::ProjectRef& inProject) { return DLG::DoConformDialog(inProject->GetMasterClips().front()); }},
         KindCase{"TrackItemSelection",
                  [](const BE::ProjectRef& inProject) {
                      return DLG::DoConformDialog(HostQt::MakeTrackItemSelection(FirstSequence(inProject)->GetClips()));
@@ -288,7 +294,8 @@ TEST_F(ConformDialogTest, AFailureIsToldAndTheDialogIsNotConfirmed)
     EXPECT_FALSE(DLG::DoConformDialog(project));
     ASSERT_EQ(user.MessageBoxes().size(), 1u);
     EXPECT_EQ(user.MessageBoxes()[0].caption, QStringLiteral("Conforming Audio"));
-    EXPECT_TRUE(user.MessageBoxes()[0].text.startsWith(QStringLiteral("Some audio could not be conformed.\n\nAlpha: ")));
+    EXPECT_TRUE(
+        user.MessageBoxes()[0].text.startsWith(QStringLiteral("Some audio could not be conformed.\n\nAlpha: ")));
 }
 
 using OperationRef = KOR::InterfaceRef<DLG::ConformDialogOperation>;
@@ -324,16 +331,18 @@ TEST_P(ConformOperationInterfaces, AnswerWithTheRightPartOfTheOneObject)
 
 INSTANTIATE_TEST_SUITE_P(
     Ids, ConformOperationInterfaces,
-    testing::Values(
-        InterfaceCase{"Unknown", KOR::KORUnknown::kIID,
-                      [](auto& inOp) -> void* { return static_cast<KOR::KORUnknown*>(static_cast<KOR::IBatchOperation*>(&inOp)); }},
-        InterfaceCase{"BatchOperation", KOR::IBatchOperation::kIID,
-                      [](auto& inOp) -> void* { return static_cast<KOR::IBatchOperation*>(&inOp); }},
-        InterfaceCase{"QueueRequest", KOR::IThreadedQueueRequest::kIID,
-                      [](auto& inOp) -> void* { return static_cast<KOR::IThreadedQueueRequest*>(&inOp); }},
-        InterfaceCase{"Abort", MF::IAbort::kIID, [](auto& inOp) -> void* { return static_cast<MF::IAbort*>(&inOp); }},
-        InterfaceCase{"Itself", DLG::ConformDialogOperation::kIID,
-                      [](auto& inOp) -> void* { return static_cast<void*>(&inOp); }}),
+    testing::Values(InterfaceCase{"Unknown", KOR::KORUnknown::kIID,
+                                  [](auto& inOp) -> void* {
+                                      return static_cast<KOR::KORUnknown*>(static_cast<KOR::IBatchOperation*>(&inOp));
+                                  }},
+                    InterfaceCase{"BatchOperation", KOR::IBatchOperation::kIID,
+                                  [](auto& inOp) -> void* { return static_cast<KOR::IBatchOperation*>(&inOp); }},
+                    InterfaceCase{"QueueRequest", KOR::IThreadedQueueRequest::kIID,
+                                  [](auto& inOp) -> void* { return static_cast<KOR::IThreadedQueueRequest*>(&inOp); }},
+                    InterfaceCase{"Abort", MF::IAbort::kIID,
+                                  [](auto& inOp) -> void* { return static_cast<MF::IAbort*>(&inOp); }},
+                    InterfaceCase{"Itself", DLG::ConformDialogOperation::kIID,
+                                  [](auto& inOp) -> void* { return static_cast<void*>(&inOp); }}),
     [](const testing::TestParamInfo<InterfaceCase>& inInfo) { return inInfo.param.name; });
 
 TEST(ConformOperation, RefusesOtherInterfaces)

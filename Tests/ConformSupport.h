@@ -15,6 +15,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <numbers>
@@ -69,7 +70,8 @@ struct ConformedWav {
     int channels = 0;
     int sampleRate = 0;
     int bitsPerSample = 0;
-    QByteArray subFormat; // 16 bytes for the extensible format
+    QByteArray subFormat;          // 16 bytes for the extensible format
+    std::uint32_t channelMask = 0; // the extensible format's speakers
     std::vector<float> samples;
 
     std::int64_t Frames() const { return channels > 0 ? static_cast<std::int64_t>(samples.size()) / channels : 0; }
@@ -106,6 +108,7 @@ inline ConformedWav ReadConformedWav(const QString& inPath)
             wav.sampleRate = static_cast<int>(qFromLittleEndian<quint32>(body + 4));
             wav.bitsPerSample = qFromLittleEndian<quint16>(body + 14);
             if (size >= 40) {
+                wav.channelMask = qFromLittleEndian<quint32>(body + 20);
                 wav.subFormat = QByteArray(body + 24, 16);
             }
             haveFormat = true;
@@ -127,8 +130,8 @@ inline BE::ProjectRef MakeProject(const QString& inProjectPath, int inAudioRate,
 {
     const QJsonObject document{
         {QStringLiteral("name"), QStringLiteral("Conform test")},
-        {QStringLiteral("timecode"),
-         QJsonObject{{QStringLiteral("videoFrameRate"), QStringLiteral("25")}, {QStringLiteral("audioRate"), inAudioRate}}},
+        {QStringLiteral("timecode"), QJsonObject{{QStringLiteral("videoFrameRate"), QStringLiteral("25")},
+                                                 {QStringLiteral("audioRate"), inAudioRate}}},
         {QStringLiteral("media"), inMedia},
         {QStringLiteral("childClips"), inChildClips},
         {QStringLiteral("sequences"), inSequences}};
@@ -161,7 +164,10 @@ public:
 
     const std::wstring& Station() const { return mStation; }
     // Waits for the Finished message to come through the event loop.
-    bool WaitForFinished() { return QTest::qWaitFor([this] { return finished; }, 20000); }
+    bool WaitForFinished()
+    {
+        return QTest::qWaitFor([this] { return finished; }, 20000);
+    }
 
     void ListenerMessageHandler(const std::wstring&, const KOR::Message& inMessage) override
     {

@@ -39,7 +39,10 @@ private:
     mutable std::atomic<int> mLeft;
 };
 
-KOR::InterfaceRef<MF::IAbort> AbortAfter(int inAnswers) { return KOR::InterfaceRef<MF::IAbort>(new CountingAbort(inAnswers)); }
+KOR::InterfaceRef<MF::IAbort> AbortAfter(int inAnswers)
+{
+    return KOR::InterfaceRef<MF::IAbort>(new CountingAbort(inAnswers));
+}
 
 class Conform : public testing::Test {
 protected:
@@ -98,6 +101,7 @@ TEST_P(ConformOutput, IsAFloatWavAtTheProjectRateThatMatchesTheSource)
     EXPECT_EQ(wav.formatCode, param.formatCode);
     if (param.formatCode == 0xFFFE) {
         EXPECT_EQ(wav.subFormat, QByteArray("\x03\x00\x00\x00\x00\x00\x10\x00\x80\x00\x00\xAA\x00\x38\x9B\x71", 16));
+        EXPECT_EQ(std::popcount(wav.channelMask), param.channels) << "a speaker for every channel";
     }
     EXPECT_EQ(wav.bitsPerSample, 32);
     EXPECT_EQ(wav.channels, param.channels);
@@ -110,11 +114,10 @@ TEST_P(ConformOutput, IsAFloatWavAtTheProjectRateThatMatchesTheSource)
     const std::int64_t margin = param.sourceRate == param.projectRate ? 0 : param.projectRate / 100;
     for (std::int64_t frame = margin; frame < expectedFrames - 1 - margin; ++frame) {
         for (int channel = 0; channel < param.channels; ++channel) {
-            const float expected =
-                param.sourceRate == param.projectRate
-                    ? ConformSupport::StoredToneSample(frame, channel, param.sourceRate)
-                    : static_cast<float>(0.5 * std::sin(2 * std::numbers::pi * 441.0 * (channel + 1) * frame /
-                                                        param.projectRate));
+            const float expected = param.sourceRate == param.projectRate
+                                       ? ConformSupport::StoredToneSample(frame, channel, param.sourceRate)
+                                       : static_cast<float>(0.5 * std::sin(2 * std::numbers::pi * 441.0 *
+                                                                           (channel + 1) * frame / param.projectRate));
             worst = std::max(worst, std::abs(wav.At(frame, channel) - expected));
         }
     }
@@ -300,10 +303,13 @@ INSTANTIATE_TEST_SUITE_P(OpenProject, ConformRate,
                          [](const testing::TestParamInfo<RateCase>& inInfo) { return inInfo.param.name; });
 
 // The bin: media A to E; child clip "C part" of C; sequence "Cut" with A on V1 and B on A1,
-// sequence "Other" with D. Each case conforms one scope and lists the media that got files.
+// sequence "Other" with D. Each case conforms one scope and lists the media that got files; a
+// media that the scope names twice is conformed once.
+using Station = const std::wstring&;
+
 struct ScopeCase {
     const char* name;
-    std::function<bool(const BE::ProjectRef&)> conform;
+    std::function<bool(const BE::ProjectRef&, Station)> conform;
     std::set<QString> conformed;
     friend void PrintTo(const ScopeCase& inCase, std::ostream* outStream) { *outStream << inCase.name; }
 };
@@ -339,16 +345,21 @@ TEST_P(ConformScope, CoversTheMediaOfItsKind)
     }
     const QJsonArray childClips{QJsonObject{{"name", "C part"}, {"clip", "C"}, {"in", 1}, {"out", 4}}};
     const QJsonArray sequences{
-        QJsonObject{{"name", "Cut"},
-                    {"items", QJsonArray{QJsonObject{{"clip", "A"}, {"track", "V1"}, {"start", 0}, {"in", 0}, {"out", 4}},
-                                         QJsonObject{{"clip", "B"}, {"track", "A1"}, {"start", 0}, {"in", 0}, {"out", 4}},
-                                         QJsonObject{{"clip", "A"}, {"track", "A1"}, {"start", 4}, {"in", 0}, {"out", 4}}}}},
-        QJsonObject{{"name", "Other"},
-                    {"items", QJsonArray{QJsonObject{{"clip", "D"}, {"track", "A1"}, {"start", 0}, {"in", 0}, {"out", 4}}}}}};
+        QJsonObject{
+            {"name", "Cut"},
+            {"items", QJsonArray{QJsonObject{{"clip", "A"}, {"track", "V1"}, {"start", 0}, {"in", 0}, {"out", 4}},
+                                 QJsonObject{{"clip", "B"}, {"track", "A1"}, {"start", 0}, {"in", 0}, {"out", 4}},
+                                 QJsonObject{{"clip", "A"}, {"track", "A1"}, {"start", 4}, {"in", 0}, {"out", 4}}}}},
+        QJsonObject{
+            {"name", "Other"},
+            {"items", QJsonArray{QJsonObject{{"clip", "D"}, {"track", "A1"}, {"start", 0}, {"in", 0}, {"out", 4}}}}}};
     const BE::ProjectRef project = Project(media, 48000, childClips, sequences);
     HostQt::SetOpenProject(project);
 
-    EXPECT_FALSE(GetParam().conform(project));
+    MessageLog log;
+    EXPECT_FALSE(GetParam().conform(project, log.Station()));
+    ASSERT_TRUE(log.WaitForFinished());
+    EXPECT_EQ(log.streamCount, static_cast<int>(GetParam().conformed.size()));
     std::set<QString> conformed;
     for (const char* name : {"A", "B", "C", "D", "E"}) {
         if (QFileInfo(Conformed(QStringLiteral("%1.wav").arg(QLatin1String(name)), 48000)).isFile()) {
@@ -358,35 +369,50 @@ TEST_P(ConformScope, CoversTheMediaOfItsKind)
     EXPECT_EQ(conformed, GetParam().conformed);
 }
 
-bool Run(const auto& inScope) { return NeedsConform(inScope, true, L"", nullptr); }
+bool Run(const auto& inScope, Station inStation) { return NeedsConform(inScope, true, inStation, nullptr); }
 
 INSTANTIATE_TEST_SUITE_P(
     Kinds, ConformScope,
     testing::Values(
-        ScopeCase{"Project", [](const BE::ProjectRef& inProject) { return Run(inProject); }, {"A", "B", "C", "D", "E"}},
-        ScopeCase{"Sequence", [](const BE::ProjectRef& inProject) { return Run(SequenceNamed(inProject, L"Cut")); },
+        ScopeCase{"Project",
+                  [](const BE::ProjectRef& inProject, Station inStation) { return Run(inProject, inStation); },
+                  {"A", "B", "C", "D", "E"}},
+        ScopeCase{"Sequence",
+                  [](const BE::ProjectRef& inProject, Station inStation) {
+                      return Run(SequenceNamed(inProject, L"Cut"), inStation);
+                  },
                   {"A", "B"}},
         ScopeCase{"Clip",
-                  [](const BE::ProjectRef& inProject) { return Run(SequenceNamed(inProject, L"Cut")->GetClips()[1]); },
+                  [](const BE::ProjectRef& inProject, Station inStation) {
+                      return Run(SequenceNamed(inProject, L"Cut")->GetClips()[1], inStation);
+                  },
                   {"B"}},
-        ScopeCase{"ChildClip", [](const BE::ProjectRef& inProject) { return Run(inProject->GetChildClips().front()); },
+        ScopeCase{"ChildClip",
+                  [](const BE::ProjectRef& inProject, Station inStation) {
+                      return Run(inProject->GetChildClips().front(), inStation);
+                  },
                   {"C"}},
-        ScopeCase{"MasterClip", [](const BE::ProjectRef& inProject) { return Run(MasterNamed(inProject, L"E")); },
+        ScopeCase{"MasterClip",
+                  [](const BE::ProjectRef& inProject, Station inStation) {
+                      return Run(MasterNamed(inProject, L"E"), inStation);
+                  },
                   {"E"}},
         ScopeCase{"TrackItemSelection",
-                  [](const BE::ProjectRef& inProject) {
+                  [](const BE::ProjectRef& inProject, Station inStation) {
                       const auto clips = SequenceNamed(inProject, L"Cut")->GetClips();
-                      return Run(HostQt::MakeTrackItemSelection({clips[0], clips[2]}));
+                      return Run(HostQt::MakeTrackItemSelection({clips[0], clips[2]}), inStation);
                   },
                   {"A"}},
         ScopeCase{"ProjectItemSelection",
-                  [](const BE::ProjectRef& inProject) {
+                  [](const BE::ProjectRef& inProject, Station inStation) {
                       return Run(HostQt::MakeProjectItemSelection({MasterNamed(inProject, L"E")},
                                                                   {inProject->GetChildClips().front()},
-                                                                  {SequenceNamed(inProject, L"Other")}));
+                                                                  {SequenceNamed(inProject, L"Other")}),
+                                 inStation);
                   },
                   {"C", "D", "E"}},
-        ScopeCase{"NullClip", [](const BE::ProjectRef&) { return Run(BE::ClipRef()); }, {}}),
+        ScopeCase{
+            "NullClip", [](const BE::ProjectRef&, Station inStation) { return Run(BE::ClipRef(), inStation); }, {}}),
     [](const testing::TestParamInfo<ScopeCase>& inInfo) { return inInfo.param.name; });
 
 } // namespace

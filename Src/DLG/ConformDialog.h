@@ -55,9 +55,7 @@ class ConformDialog;
 // utility polls. The host's batch operation base gives it its unique station (registered in the
 // constructor, disposed in the destructor) and the atomic abort flag, the only state it shares
 // with the user-interface thread.
-class ConformDialogOperation final : public KOR::BatchOperation,
-                                     public KOR::IThreadedQueueRequest,
-                                     public MF::IAbort {
+class ConformDialogOperation final : public KOR::BatchOperation, public KOR::IThreadedQueueRequest, public MF::IAbort {
 public:
     // Asked for under this identifier, the operation answers with itself.
     static const KOR::InterfaceID kIID;
