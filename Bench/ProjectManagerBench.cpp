@@ -152,7 +152,15 @@ void CalculateSize(benchmark::State& ioState, bool inTrim)
 void CalculateTrimmedSize(benchmark::State& ioState) { CalculateSize(ioState, true); }
 void CalculateCollectedSize(benchmark::State& ioState) { CalculateSize(ioState, false); }
 
-BENCHMARK(CalculateTrimmedSize)->Unit(benchmark::kMillisecond)->UseRealTime()->Repetitions(9)->ReportAggregatesOnly(true);
-BENCHMARK(CalculateCollectedSize)->Unit(benchmark::kMillisecond)->UseRealTime()->Repetitions(9)->ReportAggregatesOnly(true);
+BENCHMARK(CalculateTrimmedSize)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
+BENCHMARK(CalculateCollectedSize)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
 
 } // namespace

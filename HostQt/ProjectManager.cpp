@@ -14,6 +14,8 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <map>
 #include <mutex>
@@ -87,7 +89,7 @@ FileJob CopyJob(QString inSource, QString inName, std::wstring inLabel)
 
 // How a master clip's media ends up in the new project.
 struct Placement {
-    QString target; // relative; empty for media that are not files
+    QString target; // relative to the new project's folder
     std::int64_t cut = 0;
     QString proxy;
 };
@@ -188,7 +190,8 @@ QString PreviewsFolder(const QString& inProjectFile)
 
 QFileInfoList PreviewFiles(const QString& inProjectFile)
 {
-    return inProjectFile.isEmpty() ? QFileInfoList() : QDir(PreviewsFolder(inProjectFile)).entryInfoList(QDir::Files, QDir::Name);
+    return inProjectFile.isEmpty() ? QFileInfoList()
+                                   : QDir(PreviewsFolder(inProjectFile)).entryInfoList(QDir::Files, QDir::Name);
 }
 
 std::uint64_t FileSize(const QString& inPath)
@@ -270,14 +273,24 @@ public:
 private:
     class Batch : public KOR::RefCounted<KOR::BatchOperation> {};
 
+    // Whatever ends the work, a failure takes away the folder it made.
     void Run()
     {
-        Failure failure = Work();
-        if (failure.code != kResult_OK && !mFolder.isEmpty()) {
+        try {
+            Finish(Work());
+        } catch (...) {
+            Finish({kError_WriteFault, mFolder});
+            throw;
+        }
+    }
+
+    void Finish(Failure inFailure)
+    {
+        if (inFailure.code != kResult_OK && !mFolder.isEmpty()) {
             QDir(mFolder).removeRecursively();
         }
         std::lock_guard lock(mMutex);
-        mFailure = std::move(failure);
+        mFailure = std::move(inFailure);
     }
 
     Failure Work()
@@ -301,7 +314,8 @@ private:
             planned.code != kResult_OK) {
             return planned;
         }
-        const QByteArray projectBytes = QJsonDocument(NewDocument(QDir(destination).filePath(folderName), placements)).toJson();
+        const QByteArray projectBytes =
+            QJsonDocument(NewDocument(QDir(destination).filePath(folderName), placements)).toJson();
         std::uint64_t resulting = projectBytes.size();
         for (const FileJob& job : mJobs) {
             resulting += mOptions.keepOnline ? job.bytes : 0;
@@ -361,7 +375,8 @@ private:
             if (mOptions.includeConformedAudio) {
                 for (const QString& conformed : master->conformed) {
                     const QString name = QFileInfo(conformed).fileName();
-                    FileJob audio = CopyJob(conformed, name, L"Copying " + name.toStdWString());
+                    const std::wstring verb = trimmed ? L"Trimming " : L"Copying ";
+                    FileJob audio = CopyJob(conformed, name, verb + name.toStdWString());
                     audio.kind = trimmed ? FileJob::Kind::kWav : FileJob::Kind::kCopy;
                     audio.follows = static_cast<int>(index);
                     add(std::move(audio), kConformedFolder);
@@ -371,7 +386,8 @@ private:
             // project goes without proxies.
             if (mOptions.includeProxies && !master->proxy.isEmpty() && !trimmed) {
                 const QString name = QFileInfo(master->proxy).fileName();
-                proxies[master->name] = add(CopyJob(master->proxy, name, L"Copying " + name.toStdWString()), kProxyFolder);
+                proxies[master->name] =
+                    add(CopyJob(master->proxy, name, L"Copying " + name.toStdWString()), kProxyFolder);
             }
         }
         if (mOptions.includePreviews) {
@@ -426,7 +442,10 @@ private:
             if (IsCancelRequested()) {
                 return {kResult_Cancelled, {}};
             }
-            mBatch->PostProgress(static_cast<float>(i) / static_cast<float>(mJobs.size()));
+            // A run's progress is the bytes it writes; only a calculation reports its measuring.
+            if (mCalculateOnly) {
+                mBatch->PostProgress(static_cast<float>(i) / static_cast<float>(mJobs.size()));
+            }
             if (job.follows >= 0) {
                 const FileJob& media = mJobs[static_cast<std::size_t>(job.follows)];
                 job.span = {media.cut, media.span.end};
@@ -491,8 +510,9 @@ private:
         for (qsizetype s = 0; s < sequences.size(); ++s) {
             QJsonObject sequence = sequences[s].toObject();
             const auto index = static_cast<std::size_t>(s);
-            const std::int64_t frameTicks =
-                index < mSnapshot.sequenceFrameTicks.size() ? mSnapshot.sequenceFrameTicks[index] : mSnapshot.videoFrameTicks;
+            const std::int64_t frameTicks = index < mSnapshot.sequenceFrameTicks.size()
+                                                ? mSnapshot.sequenceFrameTicks[index]
+                                                : mSnapshot.videoFrameTicks;
             sequence.insert(QStringLiteral("items"), ShiftItems(sequence.value(QStringLiteral("items")).toArray(),
                                                                 frameTicks, inPlacements));
             sequences[s] = sequence;
@@ -502,8 +522,8 @@ private:
         }
         if (document.contains(QStringLiteral("childClips"))) {
             document.insert(QStringLiteral("childClips"),
-                            ShiftItems(document.value(QStringLiteral("childClips")).toArray(), mSnapshot.videoFrameTicks,
-                                       inPlacements));
+                            ShiftItems(document.value(QStringLiteral("childClips")).toArray(),
+                                       mSnapshot.videoFrameTicks, inPlacements));
         }
         return document;
     }
@@ -557,7 +577,8 @@ private:
         }
         const QString projectPath = QDir(folder).filePath(inProjectFileName);
         Sink project(projectPath, {});
-        if (project.Open() != 0 || !project.Write(inProjectBytes.constData(), static_cast<std::size_t>(inProjectBytes.size())) ||
+        if (project.Open() != 0 ||
+            !project.Write(inProjectBytes.constData(), static_cast<std::size_t>(inProjectBytes.size())) ||
             project.Close() != 0) {
             return {project.Failure(), projectPath};
         }
@@ -593,7 +614,8 @@ private:
         Sink sink(target, [&](std::uint64_t inWritten) {
             if (inWritten - posted >= step) {
                 posted = inWritten;
-                mBatch->PostProgress(static_cast<float>(std::min(1.0, static_cast<double>(inDone + inWritten) / inTotal)));
+                mBatch->PostProgress(
+                    static_cast<float>(std::min(1.0, static_cast<double>(inDone + inWritten) / inTotal)));
             }
             return !IsCancelRequested();
         });
@@ -606,7 +628,8 @@ private:
         if (IsCancelRequested()) {
             return {kResult_Cancelled, {}};
         }
-        const bool readSide = result == kError_SourceMissing || result == kError_ReadFailed || result == kError_TrimFailed;
+        const bool readSide =
+            result == kError_SourceMissing || result == kError_ReadFailed || result == kError_TrimFailed;
         return {result, result == 0 ? QString() : readSide ? ioJob.source : target};
     }
 

@@ -317,11 +317,13 @@ public:
 
     bool Open(const QString& inFileName, Sink& ioSink)
     {
-        if (avformat_alloc_output_context2(&mContext, nullptr, nullptr, QFile::encodeName(inFileName).constData()) < 0) {
+        if (avformat_alloc_output_context2(&mContext, nullptr, nullptr, QFile::encodeName(inFileName).constData()) <
+            0) {
             return false;
         }
         auto* buffer = static_cast<unsigned char*>(av_malloc(kIOBufferSize));
-        mIO = buffer ? avio_alloc_context(buffer, kIOBufferSize, 1, &ioSink, nullptr, &WriteToSink, &SeekSink) : nullptr;
+        mIO =
+            buffer ? avio_alloc_context(buffer, kIOBufferSize, 1, &ioSink, nullptr, &WriteToSink, &SeekSink) : nullptr;
         if (!mIO) {
             av_free(buffer);
             return false;

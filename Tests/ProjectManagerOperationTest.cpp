@@ -181,14 +181,16 @@ bool Decode(const QString& inPath, AVMediaType inType, const std::function<bool(
     }
     std::unique_ptr<AVCodecContext, CodecFree> decoder(avcodec_alloc_context3(codec));
     const AVStream& stream = *raw->streams[index];
-    if (avcodec_parameters_to_context(decoder.get(), stream.codecpar) < 0 || avcodec_open2(decoder.get(), codec, nullptr) < 0) {
+    if (avcodec_parameters_to_context(decoder.get(), stream.codecpar) < 0 ||
+        avcodec_open2(decoder.get(), codec, nullptr) < 0) {
         return false;
     }
     std::unique_ptr<AVFrame, FrameFree> frame(av_frame_alloc());
     std::unique_ptr<AVPacket, PacketFree> packet(av_packet_alloc());
     auto drain = [&] {
         while (avcodec_receive_frame(decoder.get(), frame.get()) >= 0) {
-            const std::int64_t time = av_rescale_q(frame->best_effort_timestamp, stream.time_base, {1, static_cast<int>(kTicks)});
+            const std::int64_t time =
+                av_rescale_q(frame->best_effort_timestamp, stream.time_base, {1, static_cast<int>(kTicks)});
             if (!inFrame(*frame, time)) {
                 return false;
             }
@@ -309,7 +311,9 @@ public:
         narration.insert("audioOnly", true);
         return QJsonObject{
             {"name", "Harbour Documentary"},
-            {"timecode", QJsonObject{{"displayFormat", 103}, {"videoFrameRate", "30000/1001"}, {"audioDisplayFormat", 200},
+            {"timecode", QJsonObject{{"displayFormat", 103},
+                                     {"videoFrameRate", "30000/1001"},
+                                     {"audioDisplayFormat", 200},
                                      {"audioRate", 48000}}},
             {"sequences",
              QJsonArray{QJsonObject{{"name", "Main Edit"},
@@ -325,8 +329,9 @@ public:
             {"clips", QJsonArray{harbour, clip("Interview A.mov", QStringLiteral("footage/Interview A.mov")),
                                  clip("Interview B.mov", QStringLiteral("footage/Interview B.mov")), gulls, narration,
                                  clip("B-roll.mov", QStringLiteral("footage/B-roll.mov"))}},
-            {"childClips", QJsonArray{QJsonObject{{"name", "Interview A, second answer"}, {"clip", "Interview A.mov"},
-                                                  {"in", 180}, {"out", 240}}}}};
+            {"childClips",
+             QJsonArray{QJsonObject{
+                 {"name", "Interview A, second answer"}, {"clip", "Interview A.mov"}, {"in", 180}, {"out", 240}}}}};
     }
 
     BE::ProjectRef Load(const QJsonObject& inDocument) const
@@ -535,7 +540,8 @@ TEST_F(ProjectManagerOperation, WrittenProjectsShowTheSameFramesAndSamples)
         const PM::ProjectManagerOperationRef operation = PM::CreateProjectManagerOperation(project, options, false);
         Watched run(operation);
         ASSERT_TRUE(run.ToCompletion());
-        ASSERT_EQ(operation->GetResult(), PM::kResult_OK) << QString::fromStdWString(operation->GetFailureText()).toStdString();
+        ASSERT_EQ(operation->GetResult(), PM::kResult_OK)
+            << QString::fromStdWString(operation->GetFailureText()).toStdString();
         const QString written = QString::fromStdWString(operation->GetResultProjectPath());
         const QString folder = QFileInfo(written).absolutePath();
         EXPECT_EQ(folder, QDir(destination.path()).filePath(QStringLiteral("Harbour Documentary")));
@@ -543,6 +549,7 @@ TEST_F(ProjectManagerOperation, WrittenProjectsShowTheSameFramesAndSamples)
         EXPECT_NEAR(static_cast<double>(calculate->GetResultingSize()), writtenBytes, writtenBytes * 0.01);
         EXPECT_EQ(operation->GetResultingSize(), calculate->GetResultingSize());
         ASSERT_FALSE(run.fractions.empty());
+        EXPECT_TRUE(std::is_sorted(run.fractions.begin(), run.fractions.end()));
         EXPECT_FLOAT_EQ(run.fractions.back(), 1.0f);
         const std::wstring firstLabel = c.trim ? L"Trimming Harbour at dawn.mov" : L"Copying Harbour at dawn.mov";
         EXPECT_NE(std::find(run.descriptions.begin(), run.descriptions.end(), firstLabel), run.descriptions.end());
@@ -569,16 +576,18 @@ TEST_F(ProjectManagerOperation, WrittenProjectsShowTheSameFramesAndSamples)
             } else {
                 const std::int64_t tail = kComparedSamples * kSample48k;
                 const double tolerance = old.path.endsWith(QStringLiteral(".wav")) ? 0.0 : kCompressedTolerance;
-                ExpectSameSamples(SamplesAt(now.path, now.in, kComparedSamples), SamplesAt(old.path, old.in, kComparedSamples),
-                                  tolerance);
+                ExpectSameSamples(SamplesAt(now.path, now.in, kComparedSamples),
+                                  SamplesAt(old.path, old.in, kComparedSamples), tolerance);
                 ExpectSameSamples(SamplesAt(now.path, now.out - tail, kComparedSamples),
                                   SamplesAt(old.path, old.out - tail, kComparedSamples), tolerance);
             }
         }
         EXPECT_FALSE(QFileInfo::exists(QDir(folder).filePath(QStringLiteral("Media/B-roll.mov")))) << "unused";
         EXPECT_EQ(QFileInfo::exists(QDir(folder).filePath(QStringLiteral("Proxies/Harbour proxy.mov"))), !c.trim);
-        EXPECT_TRUE(QFileInfo::exists(QDir(folder).filePath(QStringLiteral("Harbour Previews/Main Edit render 1.mpg"))));
-        const QString conformedCopy = QDir(folder).filePath(QStringLiteral("Conformed Audio/") + QFileInfo(conformed).fileName());
+        EXPECT_TRUE(
+            QFileInfo::exists(QDir(folder).filePath(QStringLiteral("Harbour Previews/Main Edit render 1.mpg"))));
+        const QString conformedCopy =
+            QDir(folder).filePath(QStringLiteral("Conformed Audio/") + QFileInfo(conformed).fileName());
         ASSERT_TRUE(QFileInfo::exists(conformedCopy));
         // The conformed audio is cut with its media: the sample at a clip's in point stays with it.
         const Shown& interview = before[1];
@@ -606,8 +615,9 @@ TEST_F(ProjectManagerOperation, UnusedClipsAreLeftOutOnlyWhenAsked)
         ASSERT_EQ(operation->GetResult(), PM::kResult_OK);
         const BE::ProjectRef reopened = Reopen(QString::fromStdWString(operation->GetResultProjectPath()));
         const auto masters = reopened->GetMasterClips();
-        const bool listed = std::any_of(masters.begin(), masters.end(),
-                                        [](const BE::MasterClipRef& inMaster) { return inMaster->GetName() == L"B-roll.mov"; });
+        const bool listed = std::any_of(masters.begin(), masters.end(), [](const BE::MasterClipRef& inMaster) {
+            return inMaster->GetName() == L"B-roll.mov";
+        });
         EXPECT_EQ(listed, !exclude);
         const QString copy = QFileInfo(QString::fromStdWString(operation->GetResultProjectPath())).absolutePath() +
                              QStringLiteral("/Media/B-roll.mov");
@@ -706,6 +716,10 @@ struct FailureCase {
 TEST_F(ProjectManagerOperation, FailuresNameWhatFailedAndLeaveNothingBehind)
 {
     const QString missing = QDir(mDestination.path()).filePath(QStringLiteral("gone/Interview B.mov"));
+    // A folder where a file is expected: it exists, and reading it fails.
+    const QTemporaryDir sources;
+    const QString unreadable = QDir(sources.path()).filePath(QStringLiteral("Narration take 3.wav"));
+    ASSERT_TRUE(QDir().mkpath(unreadable));
     auto pointAt = [](QJsonObject& ioDocument, int inClip, const QString& inPath) {
         QJsonArray clips = ioDocument.value("clips").toArray();
         QJsonObject clip = clips[inClip].toObject();
@@ -727,6 +741,19 @@ TEST_F(ProjectManagerOperation, FailuresNameWhatFailedAndLeaveNothingBehind)
              outText = missing;
          },
          PM::kError_SourceMissing},
+        {"a used source cannot be read, found while writing",
+         [&](QJsonObject& ioDocument, PM::Options& ioOptions, QString& outText) {
+             pointAt(ioDocument, 4, unreadable);
+             ioOptions.createTrimmedProject = false;
+             outText = unreadable;
+         },
+         PM::kError_ReadFailed},
+        {"a used source cannot be read, trimming",
+         [&](QJsonObject& ioDocument, PM::Options&, QString& outText) {
+             pointAt(ioDocument, 4, unreadable);
+             outText = unreadable;
+         },
+         PM::kError_ReadFailed},
         {"a file system that refuses new folders",
          [](QJsonObject&, PM::Options& ioOptions, QString& outText) {
              ioOptions.destinationFolder = L"/sys";
@@ -774,7 +801,8 @@ TEST_F(ProjectManagerOperation, AReadOnlyDestinationIsAccessDenied)
     ASSERT_TRUE(QDir().mkpath(locked));
     QFile::setPermissions(locked, QFile::ReadOwner | QFile::ExeOwner);
     const BE::ProjectRef project = sProject->Load(sProject->Document());
-    const PM::ProjectManagerOperationRef operation = PM::CreateProjectManagerOperation(project, OptionsInto(locked), false);
+    const PM::ProjectManagerOperationRef operation =
+        PM::CreateProjectManagerOperation(project, OptionsInto(locked), false);
     Watched run(operation);
     ASSERT_TRUE(run.ToCompletion());
     EXPECT_EQ(operation->GetResult(), PM::kError_AccessDenied);
