@@ -40,6 +40,7 @@
 #include "StartupDemo.h"
 #include "ImportDemo.h"
 #include "RelinkDemo.h"
+#include "ProjectManagerDemo.h"
 
 namespace Demo {
 
@@ -405,6 +406,9 @@ const std::vector<DemoDialog>& DemoDialogs()
         {QStringLiteral("Relink offline media"), QStringLiteral("RelinkFileDialog"), &RelinkOfflineMedia, {}},
         // The user finds the title; its layer and the shared logo follow at their relative places.
         {QStringLiteral("Relink moved title files"), QStringLiteral("RelinkFileDialog"), &RelinkTitleFiles, {}},
+        // The user chooses a folder, then collects or trims the sample project with its real media.
+        {QStringLiteral("Project manager"), QStringLiteral("ProjectManagerDialog"), &OpenProjectManager,
+         [](TestSupport::Step& ioStep) { ioStep.Click(QStringLiteral("cancelButton")); }},
         SerialSetupDemo(1),
         SerialSetupDemo(16),
         SerialExportOptionsDemo(),

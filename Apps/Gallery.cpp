@@ -14,6 +14,7 @@
 #include "DemoWindow.h"
 #include "ImportDemo.h"
 #include "RelinkDemo.h"
+#include "ProjectManagerDemo.h"
 #include "HostQt/SimulatedDeck.h"
 #include "ScriptedUser.h"
 #include "SerialDemo.h"
@@ -168,6 +169,32 @@ void AddRelinkEntry(std::vector<GalleryEntry>& ioEntries, DemoState& ioState, Ho
                          [&ioState, &inWorkspace] { return RelinkTitleFiles(ioState, inWorkspace); }});
 }
 
+// The project manager run for real on the sample project: the user chooses a new folder and trims
+// the project into it, after calculating the sizes; the project's audio is conformed first. The
+// progress and conform windows close by themselves; their steps only expect them. (A progress
+// window shows only for work that lasts; collecting the small sample media may finish before.)
+void AddProjectManagerEntry(std::vector<GalleryEntry>& ioEntries, DemoState& ioState, HostQt::Workspace& inWorkspace)
+{
+    const DemoDialog& manager = FindDemoDialog(QStringLiteral("ProjectManagerDialog"));
+    ioEntries.push_back(
+        {QStringLiteral("Project manager, trimmed into a new folder"),
+         [&ioState](TestSupport::ScriptedUser& ioUser, const QDir& inDir) {
+             const QString folder = QDir(ProjectManagerFolder(ioState)).filePath(QStringLiteral("Trimmed copy"));
+             QDir().mkpath(folder);
+             ioUser.On(QStringLiteral("ProjectManagerDialog")).Click(QStringLiteral("browseButton"));
+             // A folder typed into the chooser's name box and entered is the one chosen.
+             ioUser.On(QStringLiteral("FolderChooserDialog")).ChangeFolder(folder);
+             ioUser.On(QStringLiteral("ProjectManagerDialog")).Click(QStringLiteral("calculateButton"));
+             ioUser.On(QStringLiteral("ProgressDialog"));
+             ioUser.On(QStringLiteral("ProjectManagerDialog"))
+                 .Grab(inDir.filePath(QStringLiteral("ProjectManagerDialog-Calculated.png")))
+                 .Click(QStringLiteral("okButton"));
+             ioUser.On(QStringLiteral("ConformDialog"));
+             ioUser.On(QStringLiteral("ProgressDialog"));
+         },
+         [&manager, &ioState, &inWorkspace] { return manager.open(ioState, inWorkspace); }});
+}
+
 std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorkspace)
 {
     std::vector<GalleryEntry> entries;
@@ -288,6 +315,7 @@ std::vector<GalleryEntry> Entries(DemoState& ioState, HostQt::Workspace& inWorks
     AddOperationEntries(entries, ioState, inWorkspace);
     AddImportEntries(entries, ioState, inWorkspace);
     AddRelinkEntry(entries, ioState, inWorkspace);
+    AddProjectManagerEntry(entries, ioState, inWorkspace);
     return entries;
 }
 

@@ -64,5 +64,20 @@ inline constexpr unsigned int kStr_ConformPreparing = 11831;
 inline constexpr unsigned int kStr_ConformMediaName = 11832;
 inline constexpr unsigned int kStr_ConformStopping = 11833;
 inline constexpr unsigned int kStr_ConformFailed = 11834;
+// The project manager.
+inline constexpr unsigned int kStr_ProjectManagerSaveCaption = 11198;
+inline constexpr unsigned int kStr_ProjectManagerCalculateFailed = 11213;
+inline constexpr unsigned int kStr_ProjectManagerRunningTitle = 11214;
+inline constexpr unsigned int kStr_ProjectManagerCalculatingTitle = 11215;
+inline constexpr unsigned int kStr_ProjectManagerFailedCaption = 11216;
+inline constexpr unsigned int kStr_ProjectManagerFailed = 11217;
+inline constexpr unsigned int kStr_ProjectManagerFileNotFound = 11218;
+inline constexpr unsigned int kStr_ProjectManagerCannotWrite = 11219;
+inline constexpr unsigned int kStr_ProjectManagerNothingUsed = 11220;
+inline constexpr unsigned int kStr_ProjectManagerSaveFirst = 11221;
+inline constexpr unsigned int kStr_ProjectManagerNoSpaceOrExists = 11222;
+inline constexpr unsigned int kStr_ProjectManagerNotAFolder = 11840;
+inline constexpr unsigned int kStr_ProjectManagerNotWriteable = 11841;
+inline constexpr unsigned int kStr_ProjectManagerChooseFolder = 11842;
 
 } // namespace DLG
