@@ -121,6 +121,23 @@ TEST(ExportedSymbols, EveryEntryFunctionIsExportedUnderItsFullName)
              std::string("DLG::ExportToTapeDialogImpl::CloseDialog()"),
              std::string("DLG::ExportToTapeDialogImpl::DoModal()"),
              std::string("DLG::ExportStateTextIDs(unsigned int)"),
+             std::string("DLG::LocateFile::DoLocateFileDialog(KOR::InterfaceRef<BE::IProject>, "
+                         "std::vector<KOR::InterfaceRef<BE::IMedia>, std::allocator<KOR::InterfaceRef<BE::IMedia> > > "
+                         "const&, bool)"),
+             std::string("DLG::LocateFile::DoLocateFileDialog(KOR::InterfaceRef<BE::IProject>, "
+                         "std::vector<KOR::InterfaceRef<KOR::KORUnknown>, "
+                         "std::allocator<KOR::InterfaceRef<KOR::KORUnknown> > > const&, bool)"),
+             std::string("DLG::LinkMedia::DoLinkMediaDialog(KOR::InterfaceRef<BE::IProject>, "
+                         "std::vector<KOR::InterfaceRef<BE::IProjectItem>, "
+                         "std::allocator<KOR::InterfaceRef<BE::IProjectItem> > >&)"),
+             std::string("DLG::DoConformDialog(KOR::InterfaceRef<BE::IProject>)"),
+             std::string("DLG::DoConformDialog(KOR::InterfaceRef<BE::ITrackItemSelection>)"),
+             std::string("DLG::DoConformDialog(KOR::InterfaceRef<BE::IClip>)"),
+             std::string("DLG::DoConformDialog(KOR::InterfaceRef<BE::ISequence>)"),
+             std::string("DLG::DoConformDialog(KOR::InterfaceRef<BE::IChildClip>)"),
+             std::string("DLG::DoConformDialog(KOR::InterfaceRef<BE::IProjectItemSelection>)"),
+             std::string("DLG::DoConformDialog(KOR::InterfaceRef<BE::IMasterClip>)"),
+             std::string("DLG::ProjectManager::DisplayProjectManager(KOR::InterfaceRef<BE::IProject>)"),
          }) {
         EXPECT_TRUE(names.count(expected)) << "not exported: " << expected;
     }

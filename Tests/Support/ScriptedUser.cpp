@@ -22,7 +22,9 @@ namespace TestSupport {
 namespace {
 
 constexpr int kTickMs = 5;
-constexpr int kStuckTicks = 200; // a window left open this long after its steps is stuck
+// A window left open this long after its steps is stuck; windows that wait for work on a loaded
+// machine need a few seconds.
+constexpr int kStuckTicks = 1000;
 
 QWidget* FindControl(QWidget& inWindow, const QString& inName, QStringList& outFailures)
 {
