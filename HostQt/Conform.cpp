@@ -164,7 +164,9 @@ void AddPendingStreams(const BE::MediaRef& inMedia, int inRate, bool inMeasure, 
         ioPending.push_back({inMedia->GetName(), path, 0, -1, 0.0, ConformedAudioPath(path, 0, inRate)});
         return;
     }
-    if (inMeasure) {
+    // Some containers name their streams only once packets are read: the header alone would hide
+    // their audio from the quick question.
+    if (inMeasure || context->nb_streams == 0 || (context->ctx_flags & AVFMTCTX_NOHEADER)) {
         avformat_find_stream_info(context.get(), nullptr);
     }
     int audioIndex = 0;

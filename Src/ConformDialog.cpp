@@ -220,7 +220,8 @@ void ConformDialog::ListenerMessageHandler(const std::wstring& inStation, const 
                finished && id == kFinishedMessageID) {
         Finish(finished->IsCompleted(), finished->GetFailure());
     } else if (id == kCompleteMessageID) {
-        Finish(false, L"");
+        // The work ended without its Finished message: it stopped on an error of its own.
+        Finish(false, LoadString(kStr_ConformEndedEarly));
     }
 }
 

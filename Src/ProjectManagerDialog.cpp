@@ -112,8 +112,13 @@ HostCalls DefaultHostCalls()
         return TL::ProjectManager::CreateProjectManagerOperation(inProject, inOptions, inCalculateOnly);
     };
     host.conform = [](const BE::ProjectRef& inProject) { return DoConformDialog(inProject); };
+    // A project that was never saved asks for its file first; declining that is a cancelled save.
     host.save = [](const BE::ProjectRef& inProject) {
-        return SaveProject(inProject, inProject->GetFilePath(), false, false);
+        std::wstring path = inProject->GetFilePath();
+        if (path.empty() && !AskSaveFile(LoadString(kStr_SaveErrorCaption), path, L"", L"", 0, nullptr)) {
+            return kResult_Cancelled;
+        }
+        return SaveProject(inProject, path, false, false);
     };
     host.showSaveError = [](long inError) { SaveProjectErrorDialog(inError, true); };
     host.messageBox = [](const std::wstring& inText, const std::wstring& inCaption, unsigned long inButtons,
@@ -213,7 +218,12 @@ long ProjectManagerLogic::RunOperation(const TL::ProjectManager::ProjectManagerO
         const long result = inOperation ? As32Bits(inOperation->GetResult()) : 0;
         return result < 0 ? result : kError_NotStarted;
     }
-    mHost.runProgress(LoadString(inTitleID), inOperation);
+    // Without a progress dialog to follow it to its end, the operation was asked to stop and its
+    // result may not be final: only a failure it already reported counts, otherwise it was cancelled.
+    if (!mHost.runProgress(LoadString(inTitleID), inOperation)) {
+        const long result = As32Bits(inOperation->GetResult());
+        return result < 0 ? result : kResult_Cancelled;
+    }
     return As32Bits(inOperation->GetResult());
 }
 
@@ -408,10 +418,18 @@ void ProjectManagerDlg::ReadOptions()
 void ProjectManagerDlg::Browse()
 {
     std::wstring folder = mLogic.Options().destinationFolder;
-    if (AskFolderChooser(LoadString(kStr_ProjectManagerChooseFolder), folder, folder, L"", 0, nullptr)) {
-        mLogic.Options().destinationFolder = KOR::PathUtils::ToNormalizedPath(folder);
-        ShowDestination();
+    if (!AskFolderChooser(LoadString(kStr_ProjectManagerChooseFolder), folder, folder, L"", 0, nullptr)) {
+        return;
     }
+    // A folder that cannot take the copy is refused here, so that OK never falls back to another.
+    if (!ProjectManager::IsUsableFolder(folder)) {
+        ReportInvalidDestination(ProjectManager::kError_DestinationNotWriteable);
+        return;
+    }
+    mLogic.Options().destinationFolder = KOR::PathUtils::ToNormalizedPath(folder);
+    ShowDestination();
+    SetText(mOriginalSize, L"");
+    SetText(mResultingSize, L"");
 }
 
 void ProjectManagerDlg::ReportInvalidDestination(long inCode) const

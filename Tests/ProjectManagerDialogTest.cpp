@@ -130,6 +130,7 @@ struct Recorder {
     long answer = kSaveAnswer;
     long saveResult = 0;
     bool conformed = true;
+    bool progressShown = true; // false: no progress dialog could follow the operation
     KOR::InterfaceRef<Operation> operation{new Operation};
     std::function<void()> whileRunning = [] {};
 
@@ -159,7 +160,7 @@ struct Recorder {
         calls.runProgress = [this](const std::wstring& inTitle, const KOR::InterfaceRef<KOR::IBatchOperation>&) {
             events.push_back(TitleEvent(inTitle) + (ML::AreWorkerThreadsPaused() ? ", paused" : ""));
             whileRunning();
-            return operation->mResult != TL::ProjectManager::kResult_Cancelled;
+            return progressShown && operation->mResult != TL::ProjectManager::kResult_Cancelled;
         };
         calls.pauseWorkerThreads = [this](bool inPause) {
             events.push_back(inPause ? "pause" : "resume");
@@ -387,12 +388,16 @@ TEST(ProjectManagerRunOutcome, WorkersAreResumedAfterSuccessFailureCancelAndAnEx
         bool startable;
         bool throws;
         std::size_t boxes;
+        bool progressShown = true;
+        long expected = 1; // 1: the operation's own result
     };
     for (const Case& c : {Case{"success", 0, true, false, 0},
                           Case{"failure", TL::ProjectManager::kError_DiskFull, true, false, 1},
                           Case{"cancel", TL::ProjectManager::kResult_Cancelled, true, false, 0},
-                          Case{"not queued", 0, false, false, 1}, Case{"exception", 0, true, true, 0}}) {
+                          Case{"not queued", 0, false, false, 1}, Case{"exception", 0, true, true, 0},
+                          Case{"not followed", 0, true, false, 0, false, TL::ProjectManager::kResult_Cancelled}}) {
         Recorder recorder;
+        recorder.progressShown = c.progressShown;
         recorder.operation->mResult = c.result;
         recorder.operation->mStartable = c.startable;
         if (c.throws) {
@@ -403,7 +408,7 @@ TEST(ProjectManagerRunOutcome, WorkersAreResumedAfterSuccessFailureCancelAndAnEx
         if (c.throws) {
             EXPECT_THROW(logic.Run(), std::runtime_error) << c.name;
         } else {
-            EXPECT_EQ(logic.Run(), c.startable ? c.result : kError_NotStarted) << c.name;
+            EXPECT_EQ(logic.Run(), c.expected != 1 ? c.expected : c.startable ? c.result : kError_NotStarted) << c.name;
         }
         EXPECT_EQ(recorder.events.front(), "pause") << c.name;
         EXPECT_EQ(recorder.events.back(), "resume") << c.name;
@@ -652,6 +657,28 @@ TEST_F(ProjectManagerWindow, BrowseChoosesTheDestinationAndOkRefusesOneThatIsNoF
     ASSERT_EQ(user.MessageBoxes().size(), 1u);
     EXPECT_EQ(user.MessageBoxes()[0].text.toStdWString(), DLG::LoadString(DLG::kStr_ProjectManagerNotAFolder));
     EXPECT_THAT(recorder.events, IsEmpty());
+}
+
+// A folder that cannot be written is refused as soon as it is chosen; the destination stays.
+TEST_F(ProjectManagerWindow, BrowseRefusesAFolderThatCannotBeWritten)
+{
+    // The chooser opens on the destination; the root's "proc" takes no files.
+    if (!KOR::Directory::ConstructDirectory(L"/").IsDirectoryWriteable()) {
+        GTEST_SKIP() << "the root folder must be writeable to start from it";
+    }
+    BE::GetBackend()->SetStringProperty(BE::kPrefsProjectManagerDestinationPath, L"/");
+    Recorder recorder;
+    ProjectManagerLogic logic(SavedProject(), recorder.Calls());
+    CheckedUser user;
+    user.On(QStringLiteral("ProjectManagerDialog")).Click(QStringLiteral("browseButton"));
+    user.On(QStringLiteral("FolderChooserDialog")).SelectItems({QStringLiteral("proc")}).Confirm();
+    user.On(QStringLiteral("MessageBox")).Press(Qt::Key_Return);
+    user.On(QStringLiteral("ProjectManagerDialog"))
+        .Inspect([](QWidget& inWindow) { EXPECT_EQ(Text(inWindow, "pathStaticText"), QStringLiteral("/")); })
+        .Click(QStringLiteral("cancelButton"));
+    EXPECT_EQ(Open(logic), std::nullopt);
+    ASSERT_EQ(user.MessageBoxes().size(), 1u);
+    EXPECT_EQ(user.MessageBoxes()[0].text.toStdWString(), DLG::LoadString(DLG::kStr_ProjectManagerNotWriteable));
 }
 
 } // namespace

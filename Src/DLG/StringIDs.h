@@ -64,6 +64,7 @@ inline constexpr unsigned int kStr_ConformPreparing = 11831;
 inline constexpr unsigned int kStr_ConformMediaName = 11832;
 inline constexpr unsigned int kStr_ConformStopping = 11833;
 inline constexpr unsigned int kStr_ConformFailed = 11834;
+inline constexpr unsigned int kStr_ConformEndedEarly = 11835;
 // The project manager.
 inline constexpr unsigned int kStr_ProjectManagerSaveCaption = 11198;
 inline constexpr unsigned int kStr_ProjectManagerCalculateFailed = 11213;

@@ -10,7 +10,7 @@ namespace TestSupport {
 // expected, a window left open, a control a step named that was not there, a step never reached.
 class CheckedUser : public ScriptedUser {
 public:
-    ~CheckedUser() override { EXPECT_THAT(Finish(), testing::IsEmpty()); }
+    ~CheckedUser() override { EXPECT_THAT(Finish().join(QStringLiteral("; ")).toStdString(), testing::IsEmpty()); }
 };
 
 } // namespace TestSupport
