@@ -93,9 +93,9 @@ bool WriteMedia(const QString& inPath, bool inAudioOnly, int inFrames)
     return HostQt::WriteSampleMovie(inPath, movie);
 }
 
-// The sample project with its clips on real files under inFolder's "media", all online; empty
-// when a file could not be written.
-QByteArray MappedProject(const QString& inFolder, QString& outProblem)
+} // namespace
+
+QByteArray MappedSampleProject(const QString& inFolder, bool inLeaveOfflineClipsMissing, QString& outProblem)
 {
     QJsonObject project = SampleProject();
     const std::map<QString, int> last = LastUsedFrames(project);
@@ -108,17 +108,23 @@ QByteArray MappedProject(const QString& inFolder, QString& outProblem)
                                                         (path.startsWith(drive) ? path.mid(drive.size()) : path));
         const auto used = last.find(clip.value(QStringLiteral("name")).toString());
         const int frames = (used == last.end() ? 0 : used->second) + kHandleRoom;
+        clip.insert(QStringLiteral("path"), mapped);
+        if (inLeaveOfflineClipsMissing && !clip.value(QStringLiteral("online")).toBool(true)) {
+            clips.append(clip);
+            continue;
+        }
         if (!WriteMedia(mapped, clip.value(QStringLiteral("audioOnly")).toBool(), frames)) {
             outProblem = QStringLiteral("%1 could not be written").arg(mapped);
             return {};
         }
-        clip.insert(QStringLiteral("path"), mapped);
         clip.insert(QStringLiteral("online"), true);
         clips.append(clip);
     }
     project.insert(QStringLiteral("clips"), clips);
     return QJsonDocument(project).toJson();
 }
+
+namespace {
 
 // The project file the last run wrote: the newest one in the destination or in a folder of it (the
 // host puts the new project in a folder of its own there).
@@ -182,7 +188,7 @@ QString OpenProjectManager(DemoState& ioState, HostQt::Workspace&)
 {
     const QString folder = ProjectManagerFolder(ioState);
     QString problem;
-    const QByteArray json = MappedProject(folder, problem);
+    const QByteArray json = MappedSampleProject(folder, false, problem);
     if (json.isEmpty()) {
         return problem;
     }

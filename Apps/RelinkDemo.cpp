@@ -15,7 +15,9 @@
 #include "DLG/LinkMediaDialog.h"
 #include "DLG/Module.h"
 #include "DemoDialogs.h"
+#include "HostQt/ReferenceHost.h"
 #include "HostQt/SampleMovie.h"
+#include "ProjectManagerDemo.h"
 #include "HostQt/WavFile.h"
 
 namespace Demo {
@@ -24,7 +26,6 @@ namespace {
 
 constexpr const char* kMovie = "Interview B.mov";
 constexpr const char* kNarration = "Narration take 3.wav";
-constexpr const char* kStill = "Harbour still.png";
 
 // The files a title uses, as they lay beside each other on the old drive and on the moved one.
 constexpr std::array<const char*, 3> kTitleFiles = {"Titles/Opening title.png", "Titles/Layers/Glow.png",
@@ -64,8 +65,7 @@ bool MakeMovedFiles(const QString& inFolder)
     HostQt::SampleMovie movie;
     movie.frames = 50;
     return (QFile::exists(folder.filePath(kMovie)) || HostQt::WriteSampleMovie(folder.filePath(kMovie), movie)) &&
-           (QFile::exists(folder.filePath(kNarration)) || WriteNarration(folder.filePath(kNarration))) &&
-           (QFile::exists(folder.filePath(kStill)) || WriteStill(folder.filePath(kStill)));
+           (QFile::exists(folder.filePath(kNarration)) || WriteNarration(folder.filePath(kNarration)));
 }
 
 bool MakeMovedTitleFiles(const QString& inFolder)
@@ -85,27 +85,13 @@ QString ListOrNone(const QStringList& inNames)
     return inNames.isEmpty() ? QStringLiteral("none") : inNames.join(QStringLiteral(", "));
 }
 
-void AddMissingMedia(BE::IProject& ioProject, const QString& inOldFolder)
-{
-    for (const char* name : {kMovie, kNarration, kStill}) {
-        // By name: a media relinked in an earlier run is the same media at its new place.
-        const std::wstring mediaName = QString::fromLatin1(name).toStdWString();
-        bool present = false;
-        for (const BE::MediaRef& media : ioProject.GetMedia()) {
-            present = present || media->GetName() == mediaName;
-        }
-        if (!present) {
-            ioProject.AddMedia(mediaName, QDir(inOldFolder).filePath(QString::fromLatin1(name)).toStdWString(), 0);
-        }
-    }
-}
-
+// The media of the project's bin whose files are missing, in the bin's order.
 std::vector<BE::MediaRef> OfflineMedia(const BE::IProject& inProject)
 {
     std::vector<BE::MediaRef> offline;
-    for (const BE::MediaRef& media : inProject.GetMedia()) {
-        if (media->GetState() == BE::kMediaState_Offline) {
-            offline.push_back(media);
+    for (const BE::MasterClipRef& clip : inProject.GetMasterClips()) {
+        if (clip->GetMedia()->GetState() == BE::kMediaState_Offline) {
+            offline.push_back(clip->GetMedia());
         }
     }
     return offline;
@@ -117,14 +103,16 @@ QString RelinkMovedFolder(const DemoState& inState) { return QDir(RelinkFolder(i
 
 QString RelinkOfflineMedia(DemoState& ioState, HostQt::Workspace&)
 {
-    const BE::ProjectRef project = DLG::GetCurrentProject();
-    if (!project) {
-        return QStringLiteral("no project");
-    }
     if (!MakeMovedFiles(RelinkMovedFolder(ioState))) {
         return QStringLiteral("the moved media could not be written to %1").arg(RelinkMovedFolder(ioState));
     }
-    AddMissingMedia(*project, QDir(RelinkFolder(ioState)).filePath(QStringLiteral("Old drive")));
+    QString problem;
+    const QByteArray json = MappedSampleProject(RelinkFolder(ioState), true, problem);
+    if (json.isEmpty()) {
+        return problem;
+    }
+    const BE::ProjectRef project =
+        HostQt::LoadProject(json, QDir(RelinkFolder(ioState)).filePath(QStringLiteral("Harbour Documentary.tvx")));
     const std::vector<BE::MediaRef> offline = OfflineMedia(*project);
     if (offline.empty()) {
         return QStringLiteral("no media is offline");

@@ -10,12 +10,13 @@ namespace Demo {
 
 struct DemoState;
 
-// Where the demo's moved media lie: real files made at first use, a short movie, a narration and
-// a still, all in one folder.
+// Where the demo's moved media lie: real files made at first use, the sample project's movie and
+// narration that are missing from their old drive, and the files a title uses.
 QString RelinkMovedFolder(const DemoState& inState);
 
-// Adds the media of the moved folder to the current project at their old, missing places (once),
-// then runs the locate dialog over the project's offline media with the automatic search on.
+// Opens the sample project on real media, with the clips it marks offline missing from their old
+// drive, and runs the locate dialog over its offline media with the automatic search on: the user
+// finds the movie on the moved drive, the narration beside it follows.
 QString RelinkOfflineMedia(DemoState& ioState, HostQt::Workspace& inWorkspace);
 
 // Relinks the files a title uses, moved together to another drive: the user finds the first, the
