@@ -162,7 +162,7 @@ void ConformDialogOperation::Run()
 ConformDialog::ConformDialog(ConformScope inScope, const UIF::Workspace& inWorkspace)
     : DialogBaseImpl(L"ConformDialog", inWorkspace), mScope(std::move(inScope))
 {
-    SetResponseHandler([this](zelui::ui::UI_Dialog::Response& ioResponse) { return HandleUserResponse(ioResponse); });
+    StopInsteadOfClosing([this] { RequestCancel(); });
 }
 
 // A dialog that goes before its operation finished (an error in a handler) asks it to stop: the
@@ -272,17 +272,6 @@ void ConformDialog::RequestCancel()
     if (mCancelButton) {
         mCancelButton->SetEnabled(false);
     }
-}
-
-// Escape and closing the window ask to stop, as Cancel does; nothing but the operation's end
-// closes the dialog.
-bool ConformDialog::HandleUserResponse(zelui::ui::UI_Dialog::Response& ioResponse)
-{
-    if (ioResponse == zelui::ui::UI_Dialog::kResponse_Dismiss) {
-        RequestCancel();
-    }
-    ioResponse = zelui::ui::UI_Dialog::kResponse_KeepOpen;
-    return false;
 }
 
 bool DoConformDialog(KOR::InterfaceRef<BE::IProject> inProject)

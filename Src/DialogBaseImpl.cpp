@@ -25,6 +25,17 @@ DialogBaseImpl::DialogBaseImpl(const std::wstring& inNodeName, const UIF::Worksp
 
 DialogBaseImpl::~DialogBaseImpl() = default;
 
+void DialogBaseImpl::StopInsteadOfClosing(std::function<void()> inRequestStop)
+{
+    SetResponseHandler([stop = std::move(inRequestStop)](zelui::ui::UI_Dialog::Response& ioResponse) {
+        if (ioResponse == zelui::ui::UI_Dialog::kResponse_Dismiss) {
+            stop();
+        }
+        ioResponse = zelui::ui::UI_Dialog::kResponse_KeepOpen;
+        return false;
+    });
+}
+
 DialogBaseImpl::ModalScope::ModalScope()
 {
     if (UIF::Workspace* workspace = UIF::Workspace::GetPtr()) {

@@ -41,7 +41,7 @@ ProgressDialogImpl::ProgressDialogImpl(const std::wstring& inNodeName, std::wstr
     : DialogBaseImpl(inNodeName, inSupplier, inParent), mOperation(std::move(inOperation)),
       mStation(mOperation->GetMessageStationName()), mTitle(std::move(inTitle))
 {
-    SetResponseHandler([this](zelui::ui::UI_Dialog::Response& ioResponse) { return HandleUserResponse(ioResponse); });
+    StopInsteadOfClosing([this] { RequestCancel(); });
 }
 
 // A dialog that ends before the operation completed (an error in a handler, a script that
@@ -163,15 +163,6 @@ void ProgressDialogImpl::RequestCancel()
     if (mCancelButton) {
         mCancelButton->SetEnabled(false);
     }
-}
-
-bool ProgressDialogImpl::HandleUserResponse(zelui::ui::UI_Dialog::Response& ioResponse)
-{
-    if (ioResponse == zelui::ui::UI_Dialog::kResponse_Dismiss) {
-        RequestCancel();
-    }
-    ioResponse = zelui::ui::UI_Dialog::kResponse_KeepOpen;
-    return false;
 }
 
 // A progress dialog opened from a dialog must stay in front of it.

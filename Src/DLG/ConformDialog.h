@@ -106,7 +106,6 @@ private:
     void ShowProgress(const std::wstring& inMediaName, float inFraction);
     void Finish(bool inCompleted, const std::wstring& inFailure);
     void RequestCancel();
-    bool HandleUserResponse(zelui::ui::UI_Dialog::Response& ioResponse);
 
     ConformScope mScope;
     KOR::InterfaceRef<ConformDialogOperation> mOperation;

@@ -42,6 +42,9 @@ protected:
     void Accept();
     // The cancel path: mark cancelled, end the dialog.
     void Dismiss();
+    // For a dialog that follows work to its end: Escape and closing the window run inRequestStop
+    // instead of closing it, and only the work's end closes the dialog.
+    void StopInsteadOfClosing(std::function<void()> inRequestStop);
     // Binds "okButton" and "cancelButton" as the buttons that Enter and Escape press: OK runs
     // Accept, cancel runs Dismiss. A missing button is skipped.
     void BindOkAndCancel();

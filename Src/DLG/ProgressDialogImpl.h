@@ -56,8 +56,6 @@ private:
     void HandleDescription(const std::wstring& inDescription);
     void HandleCompletion();
     void RequestCancel();
-    // Enter, Escape and closing the window never end the dialog; the last two ask to cancel.
-    bool HandleUserResponse(zelui::ui::UI_Dialog::Response& ioResponse);
 
     KOR::InterfaceRef<KOR::IBatchOperation> mOperation;
     std::wstring mStation;
