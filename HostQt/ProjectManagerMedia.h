@@ -22,7 +22,8 @@ public:
 
     // Counts only.
     Sink() = default;
-    // Writes a new file at inPath; an existing file there is never replaced.
+    // Writes a new file at inPath; an existing file there is never replaced. An empty inPath
+    // counts only, still asking inProgress.
     Sink(QString inPath, Progress inProgress);
     ~Sink();
     Sink(const Sink&) = delete;
@@ -36,6 +37,9 @@ public:
     bool IsCounting() const { return mPath.isEmpty(); }
     // As lseek; inWhence is SEEK_SET, SEEK_CUR or SEEK_END. Negative on failure.
     std::int64_t Seek(std::int64_t inOffset, int inWhence);
+    // Asks the progress whether to go on without writing, for work that reads long before it
+    // writes; false (and cancelled) when it says stop.
+    bool KeepGoing();
     // Closes the file; 0 or the first failure (kResult_Cancelled when the progress said stop).
     long Close();
 
