@@ -448,7 +448,8 @@ std::int64_t AudioPacketTicks(const AVFormatContext& inInput, const std::vector<
     return longest;
 }
 
-// Writes inPacket of input stream inIndex moved back by inCut; false when the output failed.
+// Writes ioPacket, times moved back by inCut, to the output stream its input stream maps to; false
+// when the output failed.
 bool WriteShifted(AVPacket& ioPacket, const AVFormatContext& inInput, Output& ioOutput, const std::vector<int>& inMap,
                   std::int64_t inCut)
 {

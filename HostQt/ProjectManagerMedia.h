@@ -61,9 +61,9 @@ private:
 };
 
 enum class CutKind {
-    kWhole,   // copied as it is (stills, files no demuxer knows)
+    kWhole,   // copied as it is (stills, files no demuxer knows, other containers, WAV past 4 GiB)
     kWav,     // uncompressed WAV: cut to the sample
-    kStreams, // a movie or compressed audio: cut by stream copy from a key frame
+    kStreams, // a movie or compressed audio in MOV, MP4 or M4A: cut by stream copy from a key frame
 };
 
 struct MediaLayout {
@@ -82,7 +82,8 @@ long CopyWhole(const QString& inPath, Sink& ioSink);
 // inSpan.start must be a whole number of samples.
 long CutWav(const QString& inPath, Span inSpan, Sink& ioSink);
 // Copies the video and audio streams from the key frame at or before inSpan.start up to
-// inSpan.end, times moved back by outCutStart: the key frame's time aligned down to inGrid.
+// inSpan.end, times moved back by outCutStart: the key frame's time aligned down to inGrid. Audio
+// keeps the packet before its first one as pre-roll, at a negative time.
 long CutStreams(const QString& inPath, Span inSpan, std::int64_t inGrid, Sink& ioSink, std::int64_t& outCutStart);
 
 } // namespace HostQt::ProjectManagement

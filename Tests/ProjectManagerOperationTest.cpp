@@ -997,6 +997,42 @@ TEST_F(ProjectManagerOperation, FailuresNameWhatFailedAndLeaveNothingBehind)
     }
 }
 
+// The sample project as it is, except that it cannot be saved anywhere.
+class UnsavableProject : public KOR::RefCounted<BE::IProject> {
+public:
+    explicit UnsavableProject(BE::ProjectRef inProject) : mProject(std::move(inProject)) {}
+    std::wstring GetName() const override { return mProject->GetName(); }
+    std::wstring GetFilePath() const override { return mProject->GetFilePath(); }
+    KOR::InterfaceRef<BE::IProjectSettings> GetProjectSettings() const override
+    {
+        return mProject->GetProjectSettings();
+    }
+    std::vector<BE::AudioClipRef> GetAudioClips() const override { return mProject->GetAudioClips(); }
+    std::vector<BE::MasterClipRef> GetMasterClips() const override { return mProject->GetMasterClips(); }
+    std::vector<BE::ChildClipRef> GetChildClips() const override { return mProject->GetChildClips(); }
+    std::vector<BE::SequenceRef> GetSequences() const override { return mProject->GetSequences(); }
+    long SaveToFile(const std::wstring&, bool) override { return BE::kSaveError_Failed; }
+
+private:
+    BE::ProjectRef mProject;
+};
+
+// Without the project as it would be saved there is nothing to write: the run fails before
+// writing anything rather than write an empty project.
+TEST_F(ProjectManagerOperation, AProjectThatCannotBeSavedFailsWithItsPath)
+{
+    const BE::ProjectRef project(new UnsavableProject(sProject->Load(sProject->Document())));
+    for (const bool calculateOnly : {true, false}) {
+        const PM::ProjectManagerOperationRef operation =
+            PM::CreateProjectManagerOperation(project, OptionsInto(mDestination.path()), calculateOnly);
+        Watched run(operation);
+        ASSERT_TRUE(run.ToCompletion());
+        EXPECT_EQ(operation->GetResult(), PM::kError_ReadFailed);
+        EXPECT_EQ(QString::fromStdWString(operation->GetFailureText()), sProject->ProjectFile());
+        EXPECT_TRUE(EntriesOf(mDestination.path()).isEmpty());
+    }
+}
+
 // A folder only its owner may read and enter: not writeable, except for root.
 TEST_F(ProjectManagerOperation, AReadOnlyDestinationIsAccessDenied)
 {
