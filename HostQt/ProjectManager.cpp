@@ -19,9 +19,11 @@
 #include <cerrno>
 #include <map>
 #include <mutex>
+#include <set>
 
 #include "BE/ProjectSettings.h"
 #include "BE/Sequence.h"
+#include "HostQt/MediaCache.h"
 #include "HostQt/ProjectManagerMedia.h"
 #include "HostQt/ProjectManagerPlan.h"
 #include "KOR/DiskUtils.h"
@@ -47,6 +49,7 @@ QString ToQ(const std::wstring& inText) { return QString::fromStdWString(inText)
 struct Master {
     std::wstring name;
     QString path;
+    QStringList frames; // every file of a numbered still sequence, path first; empty for one file
     QString proxy;
     QStringList conformed;
     std::vector<Use> uses;
@@ -60,6 +63,7 @@ struct Snapshot {
     QJsonObject document;
     std::int64_t videoFrameTicks = 0;
     std::int64_t audioSampleTicks = 0;
+    int audioSampleRate = 0;
     std::vector<std::int64_t> sequenceFrameTicks; // by the document's sequence order
     std::vector<Master> masters;                  // one per name: the first, as the project finds it
 };
@@ -76,6 +80,7 @@ struct FileJob {
     std::int64_t cut = 0;
     std::uint64_t bytes = 0;
     int follows = -1; // conformed audio takes the cut of the media job it was made from
+    int stream = 0;   // and is of this audio stream of it
 };
 
 FileJob CopyJob(QString inSource, QString inName, std::wstring inLabel)
@@ -119,7 +124,8 @@ std::vector<Use> UsesOf(const BE::MasterClipRef& inMaster, const std::vector<BE:
     return uses;
 }
 
-// The project file as the project would save it now, read back from a private temporary copy.
+// The project file as the project would save it now, read back from a private temporary copy;
+// empty when the project could not be saved there.
 QJsonObject CurrentDocument(const BE::ProjectRef& inProject)
 {
     const QTemporaryDir folder;
@@ -163,6 +169,7 @@ Snapshot TakeSnapshot(const BE::ProjectRef& inProject)
     const std::vector<BE::ChildClipRef> children = inProject->GetChildClips();
     const std::map<std::wstring, QString> proxies = ProxyPaths(snapshot.document);
     const int sampleRate = static_cast<int>(audioRate.Numerator() / audioRate.Denominator());
+    snapshot.audioSampleRate = sampleRate;
     for (const BE::MasterClipRef& master : inProject->GetMasterClips()) {
         const BE::MediaRef media = master->GetMedia();
         const bool known = std::any_of(snapshot.masters.begin(), snapshot.masters.end(),
@@ -170,7 +177,12 @@ Snapshot TakeSnapshot(const BE::ProjectRef& inProject)
         if (known || !media || !media->IsFileMedia()) {
             continue;
         }
-        Master entry{master->GetName(), ToQ(media->GetFilePath()), {}, {}, {}};
+        Master entry{master->GetName(), ToQ(media->GetFilePath()), {}, {}, {}, {}};
+        if (media->GetStillCount() > 0) {
+            for (const std::wstring& frame : NumberedFrames(media->GetFilePath(), media->GetStillCount())) {
+                entry.frames.append(ToQ(frame));
+            }
+        }
         const auto proxy = proxies.find(entry.name);
         entry.proxy = proxy == proxies.end() ? QString() : proxy->second;
         for (const std::wstring& file : ML::ConformUtils::GetConformedFiles(media, sampleRate)) {
@@ -301,16 +313,22 @@ private:
                 kept.push_back(&master);
             }
         }
+        if (mSnapshot.document.isEmpty()) {
+            return {kError_ReadFailed,
+                    mSnapshot.projectFile.isEmpty() ? mSnapshot.projectName : mSnapshot.projectFile};
+        }
+        // A relative destination would depend on the worker's current folder.
+        const QString requested = ToQ(mOptions.destinationFolder);
+        if (requested.isEmpty() || QDir::isRelativePath(requested)) {
+            return {kError_AccessDenied, requested};
+        }
         if (mOptions.excludeUnusedClips && kept.empty()) {
             return {kError_NothingToKeep, mSnapshot.projectName};
         }
         const QString destination = ToQ(KOR::PathUtils::ToNormalizedPath(mOptions.destinationFolder));
         const QString folderName = NewFolderName(destination, mSnapshot.projectName);
-        const QString projectFileName = QFileInfo(mSnapshot.projectFile).fileName().isEmpty()
-                                            ? folderName + QStringLiteral(".json")
-                                            : QFileInfo(mSnapshot.projectFile).fileName();
         std::map<std::wstring, Placement> placements;
-        if (Failure planned = Plan(kept, QFileInfo(projectFileName).completeBaseName(), placements);
+        if (Failure planned = Plan(kept, QFileInfo(ProjectFileName(folderName)).completeBaseName(), placements);
             planned.code != kResult_OK) {
             return planned;
         }
@@ -328,14 +346,23 @@ private:
         if (mCalculateOnly) {
             return {};
         }
-        return Write(destination, folderName, projectFileName, projectBytes, resulting);
+        return Write(destination, folderName, placements, resulting);
+    }
+
+    QString ProjectFileName(const QString& inFolderName) const
+    {
+        const QString own = QFileInfo(mSnapshot.projectFile).fileName();
+        return own.isEmpty() ? inFolderName + QStringLiteral(".json") : own;
     }
 
     std::uint64_t OriginalSize() const
     {
         std::uint64_t bytes = FileSize(mSnapshot.projectFile);
         for (const Master& master : mSnapshot.masters) {
-            bytes += FileSize(master.path) + FileSize(master.proxy);
+            bytes += FileSize(master.proxy);
+            for (const QString& file : master.frames.isEmpty() ? QStringList{master.path} : master.frames) {
+                bytes += FileSize(file);
+            }
             for (const QString& conformed : master.conformed) {
                 bytes += FileSize(conformed);
             }
@@ -361,6 +388,10 @@ private:
         std::vector<std::pair<const Master*, std::size_t>> media;
         std::map<std::wstring, std::size_t> proxies;
         for (const Master* master : inKept) {
+            if (!master->frames.isEmpty()) {
+                media.emplace_back(master, AddStills(*master, taken));
+                continue;
+            }
             const std::wstring fileName = QFileInfo(master->path).fileName().toStdWString();
             FileJob job = CopyJob(master->path, ToQ(CopyName(master->name, fileName, mOptions.renameMediaToClipNames)),
                                   L"Copying " + master->name);
@@ -373,12 +404,14 @@ private:
             const std::size_t index = add(std::move(job), kMediaFolder);
             media.emplace_back(master, index);
             if (mOptions.includeConformedAudio) {
-                for (const QString& conformed : master->conformed) {
+                for (qsizetype stream = 0; stream < master->conformed.size(); ++stream) {
+                    const QString& conformed = master->conformed[stream];
                     const QString name = QFileInfo(conformed).fileName();
                     const std::wstring verb = trimmed ? L"Trimming " : L"Copying ";
                     FileJob audio = CopyJob(conformed, name, verb + name.toStdWString());
                     audio.kind = trimmed ? FileJob::Kind::kWav : FileJob::Kind::kCopy;
                     audio.follows = static_cast<int>(index);
+                    audio.stream = static_cast<int>(stream);
                     add(std::move(audio), kConformedFolder);
                 }
             }
@@ -407,6 +440,32 @@ private:
             placement.proxy = proxy == proxies.end() ? QString() : mJobs[proxy->second].target;
         }
         return {};
+    }
+
+    // The frames of a numbered still sequence, copied whole under their own names so that they
+    // stay one run; into a folder of their own when one of the names is taken. The first frame's
+    // job is returned.
+    std::size_t AddStills(const Master& inMaster, std::vector<std::wstring>& ioTaken)
+    {
+        const bool clash = std::any_of(inMaster.frames.begin(), inMaster.frames.end(), [&](const QString& inFrame) {
+            const std::wstring name = QFileInfo(inFrame).fileName().toStdWString();
+            return UniqueName(name, ioTaken) != name;
+        });
+        QString folder = kMediaFolder;
+        if (clash) {
+            const std::wstring own = UniqueName(CopyName({}, inMaster.name, false), ioTaken);
+            ioTaken.push_back(own);
+            folder += QLatin1Char('/') + ToQ(own);
+        }
+        const std::size_t first = mJobs.size();
+        for (const QString& frame : inMaster.frames) {
+            const QString name = QFileInfo(frame).fileName();
+            if (!clash) {
+                ioTaken.push_back(name.toStdWString());
+            }
+            mJobs.push_back(CopyJob(frame, folder + QLatin1Char('/') + name, L"Copying " + inMaster.name));
+        }
+        return first;
     }
 
     // The kind of cut and the part of the media to keep; the cut start of a stream copy is only
@@ -450,17 +509,32 @@ private:
                 const FileJob& media = mJobs[static_cast<std::size_t>(job.follows)];
                 job.span = {media.cut, media.span.end};
                 job.cut = media.cut;
+                job.kind = media.kind == FileJob::Kind::kCopy ? FileJob::Kind::kCopy : job.kind;
             }
             if (!mOptions.keepOnline && job.kind != FileJob::Kind::kStreams) {
                 continue;
             }
-            Sink counter;
-            if (const long measured = RunJob(job, counter); measured != 0) {
-                return {measured, job.source};
+            long measured = Measure(job);
+            if (measured == kError_TrimFailed && job.kind == FileJob::Kind::kStreams) {
+                // A file the muxer cannot cut is still whole: its clips keep their in and out.
+                job.kind = FileJob::Kind::kCopy;
+                job.cut = 0;
+                job.label = L"Copying" + job.label.substr(job.label.find(L' '));
+                measured = mOptions.keepOnline ? Measure(job) : 0;
             }
-            job.bytes = counter.Size();
+            if (measured != 0) {
+                return {measured, measured == kResult_Cancelled ? QString() : job.source};
+            }
         }
         return {};
+    }
+
+    long Measure(FileJob& ioJob)
+    {
+        Sink counter({}, [this](std::uint64_t) { return !IsCancelRequested(); });
+        const long measured = RunJob(ioJob, counter);
+        ioJob.bytes = counter.Size();
+        return measured;
     }
 
     static long RunJob(FileJob& ioJob, Sink& ioSink)
@@ -477,16 +551,24 @@ private:
     }
 
     // The project file of the new project: its media at their new places, clip times moved back
-    // by the cut of their media, unused clips left out when asked.
+    // by the cut of their media, unused clips left out when asked. Clips are found by name, so of
+    // entries that share a name only the first is the clip the project uses: later ones are kept
+    // as they stand.
     QJsonObject NewDocument(const QString& inFolder, const std::map<std::wstring, Placement>& inPlacements) const
     {
         QJsonObject document = mSnapshot.document;
+        std::set<std::wstring> seen;
         for (const char* key : {"clips", "media"}) {
             QJsonArray items;
             for (const QJsonValue& value : document.value(QLatin1String(key)).toArray()) {
                 QJsonObject item = value.toObject();
-                const auto placement = inPlacements.find(item.value(QStringLiteral("name")).toString().toStdWString());
-                const bool isFile = IsFileMaster(item.value(QStringLiteral("name")).toString().toStdWString());
+                const std::wstring name = item.value(QStringLiteral("name")).toString().toStdWString();
+                if (!seen.insert(name).second) {
+                    items.append(item);
+                    continue;
+                }
+                const auto placement = inPlacements.find(name);
+                const bool isFile = IsFileMaster(name);
                 if (isFile && placement == inPlacements.end()) {
                     continue; // an unused clip left out
                 }
@@ -554,31 +636,41 @@ private:
         return inItems;
     }
 
-    Failure Write(const QString& inDestination, const QString& inFolderName, const QString& inProjectFileName,
-                  const QByteArray& inProjectBytes, std::uint64_t inTotal)
+    // The folder is made first; when another one of its name came since the name was chosen, the
+    // next free name is taken, and the project file points into the folder actually made.
+    Failure Write(const QString& inDestination, QString inFolderName,
+                  const std::map<std::wstring, Placement>& inPlacements, std::uint64_t inTotal)
     {
         const std::uint64_t free = KOR::DiskUtils::GetFreeSpace(inDestination.toStdWString());
         if (free != 0 && free < inTotal) {
             return {kError_DiskFull, inDestination};
         }
-        const QString folder = QDir(inDestination).filePath(inFolderName);
-        if (Failure made = MakeFolder(folder); made.code != kResult_OK) {
-            return made;
+        QString folder = QDir(inDestination).filePath(inFolderName);
+        for (Failure made = MakeFolder(folder); made.code != kResult_OK; made = MakeFolder(folder)) {
+            if (made.code != kError_DestinationExists) {
+                return made;
+            }
+            inFolderName = NewFolderName(inDestination, mSnapshot.projectName);
+            folder = QDir(inDestination).filePath(inFolderName);
         }
         mFolder = folder;
+        const QByteArray projectBytes = QJsonDocument(NewDocument(folder, inPlacements)).toJson();
         std::uint64_t done = 0;
         if (mOptions.keepOnline) {
             for (FileJob& job : mJobs) {
+                if (job.follows >= 0) {
+                    job.target = ConformedTarget(job);
+                }
                 if (Failure written = WriteJob(job, done, inTotal); written.code != kResult_OK) {
                     return written;
                 }
                 done += job.bytes;
             }
         }
-        const QString projectPath = QDir(folder).filePath(inProjectFileName);
+        const QString projectPath = QDir(folder).filePath(ProjectFileName(inFolderName));
         Sink project(projectPath, {});
         if (project.Open() != 0 ||
-            !project.Write(inProjectBytes.constData(), static_cast<std::size_t>(inProjectBytes.size())) ||
+            !project.Write(projectBytes.constData(), static_cast<std::size_t>(projectBytes.size())) ||
             project.Close() != 0) {
             return {project.Failure(), projectPath};
         }
@@ -593,20 +685,42 @@ private:
         if (::mkdir(QFile::encodeName(inFolder).constData(), 0755) != 0) {
             return {errno == EACCES || errno == EPERM || errno == EROFS ? kError_AccessDenied
                     : errno == ENOSPC                                   ? kError_DiskFull
+                    : errno == EEXIST                                   ? kError_DestinationExists
                                                                         : kError_WriteFault,
                     QFileInfo(inFolder).absolutePath()};
         }
         return {};
     }
 
+    // The host finds conformed audio by a digest of its media file's path, size and time: named
+    // for the media's copy, which is written by now, a copy is used by a host whose media cache is
+    // the folder it is in.
+    QString ConformedTarget(const FileJob& inJob) const
+    {
+        const QString media = QDir(mFolder).filePath(mJobs[static_cast<std::size_t>(inJob.follows)].target);
+        const QString name =
+            QFileInfo(HostQt::ConformedAudioPath(media, inJob.stream, mSnapshot.audioSampleRate)).fileName();
+        return name.isEmpty() ? inJob.target : kConformedFolder + QLatin1Char('/') + name;
+    }
+
+    // inFolder and the folders above it up to the new project's folder, those missing.
+    Failure MakeFolders(const QString& inFolder) const
+    {
+        if (QFileInfo(inFolder).isDir()) {
+            return {};
+        }
+        if (Failure made = MakeFolders(QFileInfo(inFolder).absolutePath()); made.code != kResult_OK) {
+            return made;
+        }
+        return MakeFolder(inFolder);
+    }
+
     Failure WriteJob(FileJob& ioJob, std::uint64_t inDone, std::uint64_t inTotal)
     {
         const QString target = QDir(mFolder).filePath(ioJob.target);
         const QString subfolder = QFileInfo(target).absolutePath();
-        if (!QFileInfo(subfolder).isDir()) {
-            if (Failure made = MakeFolder(subfolder); made.code != kResult_OK) {
-                return made;
-            }
+        if (Failure made = MakeFolders(subfolder); made.code != kResult_OK) {
+            return made;
         }
         mBatch->PostDescription(ioJob.label);
         const std::uint64_t step = std::max<std::uint64_t>(inTotal / 200, 1);

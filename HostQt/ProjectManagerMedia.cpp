@@ -111,6 +111,14 @@ bool Sink::Write(const void* inData, std::size_t inSize)
     return true;
 }
 
+bool Sink::KeepGoing()
+{
+    if (mFailure == 0 && mProgress && !mProgress(mWritten)) {
+        Fail(TL::ProjectManager::kResult_Cancelled);
+    }
+    return mFailure == 0;
+}
+
 void Sink::Count(std::uint64_t inBytes)
 {
     mPosition += inBytes;
@@ -188,6 +196,15 @@ bool ReadWavParts(QFile& ioFile, WavParts& outParts)
     return false;
 }
 
+// Whether a WAV file of inParts' format chunk and inBytes of samples has a RIFF size that fits its
+// 32 bits: a cut of a file larger than that (its data size field left at its largest by a
+// recorder that never finished it) is no WAV file.
+bool FitsRiff(const WavParts& inParts, qint64 inBytes)
+{
+    const qint64 riffSize = 4 + inParts.formatChunk.size() + 8 + inBytes + inBytes % 2;
+    return riffSize <= std::numeric_limits<quint32>::max();
+}
+
 std::int64_t SampleTicks(int inSampleRate) { return KOR::Time::kTicksPerSecond / inSampleRate; }
 
 struct FormatCloser {
@@ -233,6 +250,18 @@ bool IsStillFormat(const AVFormatContext& inContext)
 std::int64_t ToTicks(std::int64_t inTime, AVRational inBase) { return av_rescale_q(inTime, inBase, kTickBase); }
 std::int64_t FromTicks(std::int64_t inTicks, AVRational inBase) { return av_rescale_q(inTicks, kTickBase, inBase); }
 
+// Whether a cut written under inFileName keeps its first key frame's delay and its audio pre-roll
+// exactly: MOV and MP4 (and M4A) record them in an edit list; other muxers would move them to 0.
+bool KeepsEditList(const QString& inFileName)
+{
+    const AVOutputFormat* format = av_guess_format(nullptr, QFile::encodeName(inFileName).constData(), nullptr);
+    if (!format) {
+        return false;
+    }
+    const std::string_view name = format->name;
+    return name == "mov" || name == "mp4" || name == "ipod";
+}
+
 int FirstVideoStream(const AVFormatContext& inContext)
 {
     for (unsigned int i = 0; i < inContext.nb_streams; ++i) {
@@ -250,7 +279,7 @@ std::int64_t PacketTime(const AVPacket& inPacket)
 
 // The time (in ticks) of the last key frame of stream inVideo at or before inTicks. Seeking
 // backwards lands on it with the demuxers that keep an index; the others are read from the start.
-long FindKeyFrame(AVFormatContext& ioInput, int inVideo, std::int64_t inTicks, std::int64_t& outTicks)
+long FindKeyFrame(AVFormatContext& ioInput, int inVideo, std::int64_t inTicks, Sink& ioSink, std::int64_t& outTicks)
 {
     const AVRational base = ioInput.streams[inVideo]->time_base;
     const std::int64_t target = FromTicks(inTicks, base);
@@ -275,6 +304,9 @@ long FindKeyFrame(AVFormatContext& ioInput, int inVideo, std::int64_t inTicks, s
     }
     std::int64_t last = AV_NOPTS_VALUE;
     while (av_read_frame(&ioInput, packet.get()) >= 0) {
+        if (!ioSink.KeepGoing()) {
+            return ioSink.Failure();
+        }
         if (packet->stream_index == inVideo && (packet->flags & AV_PKT_FLAG_KEY) && PacketTime(*packet) <= target) {
             last = PacketTime(*packet);
         }
@@ -342,7 +374,7 @@ private:
 };
 
 // Where each input stream goes in the output (-1: left out).
-bool AddStreams(const AVFormatContext& inInput, Output& ioOutput, std::vector<int>& outMap)
+bool AddStreams(const AVFormatContext& inInput, bool inFromStart, Output& ioOutput, std::vector<int>& outMap)
 {
     outMap.assign(inInput.nb_streams, -1);
     for (unsigned int i = 0; i < inInput.nb_streams; ++i) {
@@ -354,8 +386,11 @@ bool AddStreams(const AVFormatContext& inInput, Output& ioOutput, std::vector<in
         if (!out || avcodec_parameters_copy(out->codecpar, in.codecpar) < 0) {
             return false;
         }
-        // The copy starts inside the stream: the encoder's priming is not at its start any more.
-        out->codecpar->initial_padding = 0;
+        // A copy that starts inside the stream has no encoder priming at its start: what it needs
+        // before its first sample is the pre-roll packet, which the edit list hides.
+        if (!inFromStart) {
+            out->codecpar->initial_padding = 0;
+        }
         out->codecpar->codec_tag = 0;
         out->time_base = in.time_base;
         outMap[i] = out->index;
@@ -383,19 +418,50 @@ std::int64_t DecodeTime(const AVPacket& inPacket)
     return inPacket.dts != AV_NOPTS_VALUE ? inPacket.dts : inPacket.pts;
 }
 
-// Whether a packet of the input belongs to the cut: video from the key frame (in decoding order,
-// ioKeyDts is set by the first key frame) up to the end, so every frame shown before the end comes
-// with the frames it refers to; audio from the cut start up to the end.
-bool IsInCut(const AVPacket& inPacket, bool inVideo, std::int64_t& ioKeyDts, std::int64_t inCut, std::int64_t inEnd)
+// Whether a packet of the input belongs to the cut: video from the key frame at inKey (in decoding
+// order, ioKeyDts is set when it comes) up to the end, so every frame shown before the end comes
+// with the frames it refers to; audio that sounds anywhere from the cut start up to the end.
+bool IsInCut(const AVPacket& inPacket, bool inVideo, std::int64_t inKey, std::int64_t& ioKeyDts, std::int64_t inCut,
+             std::int64_t inEnd)
 {
     if (inVideo) {
-        if (ioKeyDts == AV_NOPTS_VALUE && (inPacket.flags & AV_PKT_FLAG_KEY)) {
+        if (ioKeyDts == AV_NOPTS_VALUE && (inPacket.flags & AV_PKT_FLAG_KEY) && PacketTime(inPacket) == inKey) {
             ioKeyDts = DecodeTime(inPacket);
         }
         return ioKeyDts != AV_NOPTS_VALUE && DecodeTime(inPacket) >= ioKeyDts && DecodeTime(inPacket) < inEnd;
     }
     const std::int64_t time = PacketTime(inPacket);
-    return time >= inCut && time < inEnd;
+    return time + inPacket.duration > inCut && time < inEnd;
+}
+
+// The longest audio packet of the copied streams, in ticks: how far before the cut reading starts
+// so that the packet before the first one in the cut is read, as the decoder's pre-roll.
+std::int64_t AudioPacketTicks(const AVFormatContext& inInput, const std::vector<int>& inMap)
+{
+    std::int64_t longest = 0;
+    for (std::size_t i = 0; i < inMap.size(); ++i) {
+        const AVCodecParameters& codec = *inInput.streams[i]->codecpar;
+        if (inMap[i] >= 0 && codec.codec_type == AVMEDIA_TYPE_AUDIO && codec.frame_size > 0 && codec.sample_rate > 0) {
+            longest = std::max(longest, av_rescale(codec.frame_size, KOR::Time::kTicksPerSecond, codec.sample_rate));
+        }
+    }
+    return longest;
+}
+
+// Writes ioPacket, times moved back by inCut, to the output stream its input stream maps to; false
+// when the output failed.
+bool WriteShifted(AVPacket& ioPacket, const AVFormatContext& inInput, Output& ioOutput, const std::vector<int>& inMap,
+                  std::int64_t inCut)
+{
+    const auto index = static_cast<std::size_t>(ioPacket.stream_index);
+    const AVRational base = inInput.streams[index]->time_base;
+    const std::int64_t shift = FromTicks(inCut, base);
+    ioPacket.pts = ioPacket.pts == AV_NOPTS_VALUE ? AV_NOPTS_VALUE : ioPacket.pts - shift;
+    ioPacket.dts = ioPacket.dts == AV_NOPTS_VALUE ? AV_NOPTS_VALUE : ioPacket.dts - shift;
+    ioPacket.stream_index = inMap[index];
+    ioPacket.pos = -1;
+    av_packet_rescale_ts(&ioPacket, base, ioOutput->streams[inMap[index]]->time_base);
+    return av_interleaved_write_frame(ioOutput.Get(), &ioPacket) >= 0;
 }
 
 long MuxCut(AVFormatContext& ioInput, int inVideo, std::int64_t inKeyTicks, std::int64_t inCut, std::int64_t inEnd,
@@ -403,7 +469,7 @@ long MuxCut(AVFormatContext& ioInput, int inVideo, std::int64_t inKeyTicks, std:
 {
     Output output;
     std::vector<int> map;
-    if (!output.Open(inFileName, ioSink) || !AddStreams(ioInput, output, map)) {
+    if (!output.Open(inFileName, ioSink) || !AddStreams(ioInput, inCut == 0, output, map)) {
         return TL::ProjectManager::kError_TrimFailed;
     }
     AVDictionary* options = nullptr;
@@ -413,10 +479,14 @@ long MuxCut(AVFormatContext& ioInput, int inVideo, std::int64_t inKeyTicks, std:
     if (header < 0) {
         return ioSink.Failure() ? ioSink.Failure() : TL::ProjectManager::kError_TrimFailed;
     }
+    // Reading starts one audio packet before the cut (at an earlier key frame than inKeyTicks,
+    // maybe, whose frames are left out) for the pre-roll. ioInput is at its start, where the
+    // encoder's priming packets (before time 0, which no seek reaches) are read too.
+    const std::int64_t readFrom = std::min(inKeyTicks, inCut) - AudioPacketTicks(ioInput, map);
     const int seekStream = inVideo >= 0 ? inVideo : -1;
-    const std::int64_t seekTo = inVideo >= 0 ? FromTicks(inKeyTicks, ioInput.streams[inVideo]->time_base)
-                                             : av_rescale_q(inCut, kTickBase, AV_TIME_BASE_Q);
-    if (av_seek_frame(&ioInput, seekStream, seekTo, AVSEEK_FLAG_BACKWARD) < 0) {
+    const std::int64_t seekTo = inVideo >= 0 ? FromTicks(readFrom, ioInput.streams[inVideo]->time_base)
+                                             : av_rescale_q(readFrom, kTickBase, AV_TIME_BASE_Q);
+    if (readFrom > 0 && av_seek_frame(&ioInput, seekStream, seekTo, AVSEEK_FLAG_BACKWARD) < 0) {
         return TL::ProjectManager::kError_TrimFailed;
     }
     PacketPtr packet(av_packet_alloc());
@@ -424,27 +494,42 @@ long MuxCut(AVFormatContext& ioInput, int inVideo, std::int64_t inKeyTicks, std:
     for (std::size_t i = 0; i < map.size(); ++i) {
         finished[i] = map[i] < 0;
     }
+    // Per audio stream, the last packet before the cut until the first one in it comes.
+    std::vector<PacketPtr> preRoll(ioInput.nb_streams);
+    std::vector<bool> started(ioInput.nb_streams, false);
     std::int64_t keyDts = AV_NOPTS_VALUE;
     int read = 0;
     while (std::find(finished.begin(), finished.end(), false) != finished.end() &&
            (read = av_read_frame(&ioInput, packet.get())) >= 0) {
+        if (!ioSink.KeepGoing()) {
+            return ioSink.Failure();
+        }
         const auto index = static_cast<std::size_t>(packet->stream_index);
+        if (index >= map.size() || map[index] < 0 || finished[index]) {
+            av_packet_unref(packet.get());
+            continue; // a stream the copy leaves out, or one that appeared while reading
+        }
         const AVRational base = ioInput.streams[index]->time_base;
         const std::int64_t end = FromTicks(inEnd, base);
         const bool video = static_cast<int>(index) == inVideo;
-        if (map[index] >= 0 && (video ? DecodeTime(*packet) : PacketTime(*packet)) >= end) {
+        const std::int64_t key = video ? FromTicks(inKeyTicks, base) : 0;
+        if ((video ? DecodeTime(*packet) : PacketTime(*packet)) >= end) {
             finished[index] = true;
-        }
-        if (map[index] >= 0 && !finished[index] && IsInCut(*packet, video, keyDts, FromTicks(inCut, base), end)) {
-            const std::int64_t shift = FromTicks(inCut, base);
-            packet->pts = packet->pts == AV_NOPTS_VALUE ? AV_NOPTS_VALUE : packet->pts - shift;
-            packet->dts = packet->dts == AV_NOPTS_VALUE ? AV_NOPTS_VALUE : packet->dts - shift;
-            packet->stream_index = map[index];
-            packet->pos = -1;
-            av_packet_rescale_ts(packet.get(), base, output->streams[map[index]]->time_base);
-            if (av_interleaved_write_frame(output.Get(), packet.get()) < 0) {
+        } else if (IsInCut(*packet, video, key, keyDts, FromTicks(inCut, base), end)) {
+            if (!video && !started[index] && preRoll[index] &&
+                !WriteShifted(*preRoll[index], ioInput, output, map, inCut)) {
                 return ioSink.Failure() ? ioSink.Failure() : TL::ProjectManager::kError_TrimFailed;
             }
+            started[index] = true;
+            if (!WriteShifted(*packet, ioInput, output, map, inCut)) {
+                return ioSink.Failure() ? ioSink.Failure() : TL::ProjectManager::kError_TrimFailed;
+            }
+        } else if (!video && !started[index] && PacketTime(*packet) != AV_NOPTS_VALUE) {
+            if (!preRoll[index]) {
+                preRoll[index].reset(av_packet_alloc());
+            }
+            av_packet_unref(preRoll[index].get());
+            av_packet_move_ref(preRoll[index].get(), packet.get());
         }
         av_packet_unref(packet.get());
     }
@@ -469,13 +554,16 @@ long ProbeMedia(const QString& inPath, MediaLayout& outLayout)
     outLayout = {};
     WavParts wav;
     if (ReadWavParts(file, wav) && KOR::Time::kTicksPerSecond % wav.sampleRate == 0) {
+        if (!FitsRiff(wav, wav.dataSize)) {
+            return 0; // copied whole
+        }
         outLayout.kind = CutKind::kWav;
         outLayout.duration = wav.dataSize / wav.blockAlign * SampleTicks(wav.sampleRate);
         outLayout.units = {SampleTicks(wav.sampleRate)};
         return 0;
     }
     InputPtr input;
-    if (OpenInput(inPath, input) != 0 || IsStillFormat(*input)) {
+    if (OpenInput(inPath, input) != 0 || IsStillFormat(*input) || !KeepsEditList(QFileInfo(inPath).fileName())) {
         return 0; // copied whole
     }
     for (unsigned int i = 0; i < input->nb_streams; ++i) {
@@ -533,6 +621,9 @@ long CutWav(const QString& inPath, Span inSpan, Sink& ioSink)
     const qint64 first = std::clamp<qint64>(inSpan.start / sampleTicks, 0, frames);
     const qint64 last = std::clamp<qint64>((inSpan.end + sampleTicks - 1) / sampleTicks, first, frames);
     const qint64 bytes = (last - first) * wav.blockAlign;
+    if (!FitsRiff(wav, bytes)) {
+        return TL::ProjectManager::kError_TrimFailed;
+    }
     QByteArray header = "RIFF" + QByteArray(4, '\0') + "WAVE" + wav.formatChunk + "data" + QByteArray(4, '\0');
     qToLittleEndian(static_cast<quint32>(header.size() - 8 + bytes + bytes % 2), header.data() + 4);
     qToLittleEndian(static_cast<quint32>(bytes), header.data() + header.size() - 4);
@@ -569,8 +660,12 @@ long CutStreams(const QString& inPath, Span inSpan, std::int64_t inGrid, Sink& i
     const int video = FirstVideoStream(*input);
     std::int64_t key = inSpan.start;
     if (video >= 0) {
-        if (const long found = FindKeyFrame(*input, video, inSpan.start, key); found != 0) {
+        if (const long found = FindKeyFrame(*input, video, inSpan.start, ioSink, key); found != 0) {
             return found;
+        }
+        // The cut reads from the start of a file it has not read yet.
+        if (const long reopened = OpenInput(inPath, input); reopened != 0) {
+            return reopened;
         }
     }
     outCutStart = AlignDown(std::max<std::int64_t>(key, 0), inGrid);

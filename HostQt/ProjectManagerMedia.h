@@ -22,7 +22,8 @@ public:
 
     // Counts only.
     Sink() = default;
-    // Writes a new file at inPath; an existing file there is never replaced.
+    // Writes a new file at inPath; an existing file there is never replaced. An empty inPath
+    // counts only, still asking inProgress.
     Sink(QString inPath, Progress inProgress);
     ~Sink();
     Sink(const Sink&) = delete;
@@ -36,6 +37,9 @@ public:
     bool IsCounting() const { return mPath.isEmpty(); }
     // As lseek; inWhence is SEEK_SET, SEEK_CUR or SEEK_END. Negative on failure.
     std::int64_t Seek(std::int64_t inOffset, int inWhence);
+    // Asks the progress whether to go on without writing, for work that reads long before it
+    // writes; false (and cancelled) when it says stop.
+    bool KeepGoing();
     // Closes the file; 0 or the first failure (kResult_Cancelled when the progress said stop).
     long Close();
 
@@ -57,9 +61,9 @@ private:
 };
 
 enum class CutKind {
-    kWhole,   // copied as it is (stills, files no demuxer knows)
+    kWhole,   // copied as it is (stills, files no demuxer knows, other containers, WAV past 4 GiB)
     kWav,     // uncompressed WAV: cut to the sample
-    kStreams, // a movie or compressed audio: cut by stream copy from a key frame
+    kStreams, // a movie or compressed audio in MOV, MP4 or M4A: cut by stream copy from a key frame
 };
 
 struct MediaLayout {
@@ -78,7 +82,8 @@ long CopyWhole(const QString& inPath, Sink& ioSink);
 // inSpan.start must be a whole number of samples.
 long CutWav(const QString& inPath, Span inSpan, Sink& ioSink);
 // Copies the video and audio streams from the key frame at or before inSpan.start up to
-// inSpan.end, times moved back by outCutStart: the key frame's time aligned down to inGrid.
+// inSpan.end, times moved back by outCutStart: the key frame's time aligned down to inGrid. Audio
+// keeps the packet before its first one as pre-roll, at a negative time.
 long CutStreams(const QString& inPath, Span inSpan, std::int64_t inGrid, Sink& ioSink, std::int64_t& outCutStart);
 
 } // namespace HostQt::ProjectManagement

@@ -99,4 +99,31 @@ std::wstring UniqueName(const std::wstring& inName, const std::vector<std::wstri
     }
 }
 
+std::vector<std::wstring> NumberedFrames(const std::wstring& inFirstFrame, int inCount)
+{
+    const std::size_t nameStart = inFirstFrame.find_last_of(L"/\\") + 1;
+    const std::size_t dot = inFirstFrame.rfind(L'.');
+    const std::size_t stem = dot == std::wstring::npos || dot <= nameStart ? inFirstFrame.size() : dot;
+    std::size_t end = stem;
+    while (end > nameStart && !std::iswdigit(inFirstFrame[end - 1])) {
+        --end;
+    }
+    std::size_t begin = end;
+    while (begin > nameStart && std::iswdigit(inFirstFrame[begin - 1])) {
+        --begin;
+    }
+    if (begin == end || inCount <= 1) {
+        return {inFirstFrame};
+    }
+    const std::size_t width = end - begin;
+    const unsigned long long first = std::stoull(inFirstFrame.substr(begin, width));
+    std::vector<std::wstring> frames;
+    for (int i = 0; i < inCount; ++i) {
+        std::wstring number = std::to_wstring(first + static_cast<unsigned long long>(i));
+        number.insert(0, number.size() < width ? width - number.size() : 0, L'0');
+        frames.push_back(inFirstFrame.substr(0, begin) + number + inFirstFrame.substr(end));
+    }
+    return frames;
+}
+
 } // namespace HostQt::ProjectManagement

@@ -44,4 +44,9 @@ std::wstring CopyName(const std::wstring& inClipName, const std::wstring& inMedi
 // without regard to case, as some file systems do).
 std::wstring UniqueName(const std::wstring& inName, const std::vector<std::wstring>& inTaken);
 
+// The files of a numbered still sequence of inCount frames that starts at inFirstFrame: the last
+// run of digits in the file name (its extension aside) counts up, kept at its width. Just
+// inFirstFrame when the name holds no digits.
+std::vector<std::wstring> NumberedFrames(const std::wstring& inFirstFrame, int inCount);
+
 } // namespace HostQt::ProjectManagement

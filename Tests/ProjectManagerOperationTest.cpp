@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -17,6 +18,7 @@
 #include <unistd.h>
 
 #include <cmath>
+#include <limits>
 #include <fstream>
 #include <functional>
 #include <memory>
@@ -31,6 +33,7 @@ extern "C" {
 #include "BE/ProjectSettings.h"
 #include "BE/Sequence.h"
 #include "HostQt/MediaCache.h"
+#include "HostQt/ProjectManagerMedia.h"
 #include "HostQt/ProjectManagerPlan.h"
 #include "HostQt/ReferenceHost.h"
 #include "HostQt/SampleMovie.h"
@@ -144,6 +147,44 @@ TEST(ProjectManagerPlan, CopyNamesKeepTheExtensionAndNeverCollide)
     };
     for (const NameCase& c : cases) {
         EXPECT_EQ(UniqueName(CopyName(c.clipName, c.fileName, c.rename), c.taken), c.expected) << c.what;
+    }
+}
+
+TEST(ProjectManagerPlan, NumberedFramesCountUpTheLastDigitsAtTheirWidth)
+{
+    const std::vector<std::pair<std::wstring, std::vector<std::wstring>>> cases = {
+        {L"/s/take2/shot_0098.png", {L"/s/take2/shot_0098.png", L"/s/take2/shot_0099.png", L"/s/take2/shot_0100.png"}},
+        {L"/s/f998", {L"/s/f998", L"/s/f999", L"/s/f1000"}},
+        {L"/s/a1/plate_07_final.tif",
+         {L"/s/a1/plate_07_final.tif", L"/s/a1/plate_08_final.tif", L"/s/a1/plate_09_final.tif"}},
+        {L"/s/9/plate.png", {L"/s/9/plate.png"}},
+    };
+    for (const auto& [first, expected] : cases) {
+        EXPECT_EQ(NumberedFrames(first, 3), expected) << QString::fromStdWString(first).toStdString();
+    }
+}
+
+// A WAV file whose samples run past what a RIFF size holds (its data size left at its largest, as
+// a recorder that never finished leaves it): no cut of it could be written as a WAV file.
+TEST(ProjectManagerMedia, WavFilesPastTheRiffLimitAreCopiedWhole)
+{
+    const QTemporaryDir folder;
+    for (const qint64 samplesBytes : {qint64{48000 * 4}, qint64{std::numeric_limits<quint32>::max()}}) {
+        const QString path = folder.filePath(QString::number(samplesBytes) + ".wav");
+        TestSupport::WriteWav(path, {HostQt::WavFormat::kInt16, 2, 48000}, std::vector<double>(2 * 48000));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        const QByteArray head = file.read(64);
+        const qint64 data = head.indexOf("data");
+        ASSERT_GT(data, 0);
+        ASSERT_TRUE(file.seek(data + 4));
+        const quint32 size = static_cast<quint32>(samplesBytes);
+        file.write(reinterpret_cast<const char*>(&size), 4); // little-endian host
+        ASSERT_TRUE(file.resize(data + 8 + samplesBytes)); // sparse
+        file.close();
+        MediaLayout layout;
+        ASSERT_EQ(ProbeMedia(path, layout), 0);
+        EXPECT_EQ(layout.kind, samplesBytes > 48000 * 4 ? CutKind::kWhole : CutKind::kWav) << samplesBytes;
     }
 }
 
@@ -499,6 +540,7 @@ struct EndToEndCase {
     const char* what;
     bool trim;
     int handles;
+    bool includeHandles;
 };
 
 // Collected and trimmed: the written project reopens, every clip's media is there and shows the
@@ -507,11 +549,27 @@ struct EndToEndCase {
 TEST_F(ProjectManagerOperation, WrittenProjectsShowTheSameFramesAndSamples)
 {
     const std::vector<EndToEndCase> cases = {
-        {"trimmed with a second of handles", true, 30},
-        {"trimmed with short handles", true, 6},
-        {"collected", false, 30},
+        {"trimmed with a second of handles", true, 30, true},
+        {"trimmed with short handles", true, 6, true},
+        {"trimmed without handles", true, 30, false},
+        {"collected", false, 30, true},
     };
-    const BE::ProjectRef project = sProject->Load(sProject->Document());
+    // Audio from a movie's first sample, and audio in at a key frame: without handles its media's
+    // cut starts there.
+    QJsonObject document = sProject->Document();
+    QJsonArray sequences = document.value("sequences").toArray();
+    for (const auto& [sequence, item] : {std::pair{1, QJsonObject{{"clip", "Interview B.mov"}, {"track", "A1"},
+                                                                   {"start", 30}, {"in", 0}, {"out", 45}}},
+                                         std::pair{0, QJsonObject{{"clip", "Interview A.mov"}, {"track", "A4"},
+                                                                   {"start", 0}, {"in", 36}, {"out", 60}}}}) {
+        QJsonObject edited = sequences[sequence].toObject();
+        QJsonArray items = edited.value("items").toArray();
+        items.append(item);
+        edited.insert("items", items);
+        sequences[sequence] = edited;
+    }
+    document.insert("sequences", sequences);
+    const BE::ProjectRef project = sProject->Load(document);
     // Conformed audio of one movie in the host's media cache.
     const QString conformed =
         HostQt::ConformedAudioPath(sProject->Path(QStringLiteral("footage/Interview A.mov")), 0, 48000);
@@ -529,6 +587,7 @@ TEST_F(ProjectManagerOperation, WrittenProjectsShowTheSameFramesAndSamples)
         PM::Options options = OptionsInto(destination.path());
         options.createTrimmedProject = c.trim;
         options.handleFrames = c.handles;
+        options.includeHandles = c.includeHandles;
 
         const PM::ProjectManagerOperationRef calculate = PM::CreateProjectManagerOperation(project, options, true);
         Watched calculated(calculate);
@@ -586,9 +645,11 @@ TEST_F(ProjectManagerOperation, WrittenProjectsShowTheSameFramesAndSamples)
         EXPECT_EQ(QFileInfo::exists(QDir(folder).filePath(QStringLiteral("Proxies/Harbour proxy.mov"))), !c.trim);
         EXPECT_TRUE(
             QFileInfo::exists(QDir(folder).filePath(QStringLiteral("Harbour Previews/Main Edit render 1.mpg"))));
-        const QString conformedCopy =
-            QDir(folder).filePath(QStringLiteral("Conformed Audio/") + QFileInfo(conformed).fileName());
+        // Named as the host's cache names the conformed audio of the media's copy.
+        const QString conformedName = QFileInfo(HostQt::ConformedAudioPath(after[1].path, 0, 48000)).fileName();
+        const QString conformedCopy = QDir(folder).filePath(QStringLiteral("Conformed Audio/") + conformedName);
         ASSERT_TRUE(QFileInfo::exists(conformedCopy));
+        EXPECT_EQ(EntriesOf(QDir(folder).filePath(QStringLiteral("Conformed Audio"))).size(), 1);
         // The conformed audio is cut with its media: the sample at a clip's in point stays with it.
         const Shown& interview = before[1];
         EXPECT_EQ(SamplesAt(conformedCopy, after[1].in, 8), SamplesAt(conformed, interview.in, 8));
@@ -624,6 +685,85 @@ TEST_F(ProjectManagerOperation, UnusedClipsAreLeftOutOnlyWhenAsked)
         EXPECT_EQ(QFileInfo::exists(copy), !exclude) << "an unused clip is copied whole when kept";
         EXPECT_EQ(masters.size(), exclude ? 5u : 6u);
     }
+}
+
+// Clips are found by name: of two entries named alike, the first is the one copied, and the
+// second keeps pointing where it did rather than at the first one's copy.
+TEST_F(ProjectManagerOperation, ASecondClipOfTheSameNameKeepsItsOwnPath)
+{
+    QJsonObject document = sProject->Document();
+    QJsonArray clips = document.value("clips").toArray();
+    const QString bRoll = clips[5].toObject().value("path").toString();
+    clips.append(QJsonObject{{"name", "Interview B.mov"}, {"path", bRoll}});
+    document.insert("clips", clips);
+    const BE::ProjectRef project = sProject->Load(document);
+    const QTemporaryDir destination;
+    const PM::ProjectManagerOperationRef operation =
+        PM::CreateProjectManagerOperation(project, OptionsInto(destination.path()), false);
+    Watched run(operation);
+    ASSERT_TRUE(run.ToCompletion());
+    ASSERT_EQ(operation->GetResult(), PM::kResult_OK);
+    const QString written = QString::fromStdWString(operation->GetResultProjectPath());
+    std::vector<QString> paths;
+    for (const BE::MasterClipRef& master : Reopen(written)->GetMasterClips()) {
+        if (master->GetName() == L"Interview B.mov") {
+            paths.push_back(QString::fromStdWString(master->GetMedia()->GetFilePath()));
+        }
+    }
+    EXPECT_EQ(paths, (std::vector<QString>{QFileInfo(written).absolutePath() + "/Media/Interview B.mov", bRoll}));
+}
+
+// Only an edit list keeps a cut's first key frame and audio pre-roll where they were: a movie in
+// another container is copied whole while trimming, and its clips keep their in and out.
+TEST_F(ProjectManagerOperation, MoviesInOtherContainersAreCopiedWholeWhenTrimming)
+{
+    const QTemporaryDir footage;
+    const QString avi = footage.filePath(QStringLiteral("Interview B.avi"));
+    HostQt::SampleMovie movie;
+    movie.frameRate = KOR::kFrameRate_PAL25;
+    movie.frames = 90;
+    movie.gopSize = 12;
+    movie.toneHz = 550.0;
+    movie.audioSampleRate = 48000;
+    ASSERT_TRUE(HostQt::WriteSampleMovie(avi, movie));
+    QJsonObject document = sProject->Document();
+    QJsonArray clips = document.value("clips").toArray();
+    QJsonObject interviewB = clips[2].toObject();
+    interviewB.insert("path", avi);
+    clips[2] = interviewB;
+    document.insert("clips", clips);
+    // Used from frame 30 on, past a key frame: a cut would move its in point.
+    QJsonArray sequences = document.value("sequences").toArray();
+    QJsonObject trailer = sequences[1].toObject();
+    QJsonArray items = trailer.value("items").toArray();
+    QJsonObject used = items[1].toObject();
+    used.insert("in", 30);
+    used.insert("out", 60);
+    items[1] = used;
+    trailer.insert("items", items);
+    sequences[1] = trailer;
+    document.insert("sequences", sequences);
+    const BE::ProjectRef project = sProject->Load(document);
+    PM::Options options = OptionsInto(mDestination.path());
+    options.includeHandles = false;
+    const PM::ProjectManagerOperationRef operation = PM::CreateProjectManagerOperation(project, options, false);
+    Watched run(operation);
+    ASSERT_TRUE(run.ToCompletion());
+    ASSERT_EQ(operation->GetResult(), PM::kResult_OK);
+    const std::vector<Shown> before = WhatClipsShow(project);
+    const std::vector<Shown> after = WhatClipsShow(Reopen(QString::fromStdWString(operation->GetResultProjectPath())));
+    ASSERT_EQ(after.size(), before.size());
+    int copiedWhole = 0;
+    for (std::size_t i = 0; i < after.size(); ++i) {
+        if (after[i].path.endsWith(QStringLiteral(".avi"))) {
+            EXPECT_EQ(QFileInfo(after[i].path).size(), QFileInfo(avi).size());
+            EXPECT_EQ(after[i].in, before[i].in);
+            ++copiedWhole;
+        }
+    }
+    EXPECT_EQ(copiedWhole, 1);
+    EXPECT_NE(std::find(run.descriptions.begin(), run.descriptions.end(), L"Copying Interview B.mov"),
+              run.descriptions.end());
 }
 
 struct NamingCase {
@@ -671,6 +811,63 @@ TEST_F(ProjectManagerOperation, CopiesAreNamedAfterClipsWithoutCollisions)
             names.push_back(file.fileName());
         }
         EXPECT_EQ(names, c.expected);
+    }
+}
+
+// A numbered still sequence is its whole run of frames, under their own names, trimmed or not; a
+// frame name already taken by another copy moves the run into a folder of its own.
+TEST_F(ProjectManagerOperation, NumberedStillsAreCopiedAsAWholeRun)
+{
+    const QTemporaryDir stills;
+    std::uint64_t frameBytes = 0;
+    for (int i = 0; i < 3; ++i) {
+        QImage image(64, 36, QImage::Format_RGB32);
+        image.fill(QColor(40 * i, 90, 200 - 50 * i));
+        const QString frame = stills.filePath(QStringLiteral("title_%1.png").arg(9 + i, 3, 10, QLatin1Char('0')));
+        ASSERT_TRUE(image.save(frame));
+        frameBytes += static_cast<std::uint64_t>(QFileInfo(frame).size());
+    }
+    // Another clip whose file has the name of the second frame.
+    ASSERT_TRUE(QDir(stills.path()).mkpath("other"));
+    ASSERT_TRUE(QFile::copy(stills.filePath("title_011.png"), stills.filePath("other/title_010.png")));
+    for (const bool trim : {true, false}) {
+        for (const bool clash : {false, true}) {
+            SCOPED_TRACE(std::string(trim ? "trimmed" : "collected") + (clash ? ", a frame name taken" : ""));
+            QJsonObject document = sProject->Document();
+            QJsonArray clips = document.value("clips").toArray();
+            if (clash) {
+                clips.append(QJsonObject{{"name", "Other title"}, {"path", stills.filePath("other/title_010.png")}});
+            }
+            document.insert("clips", clips);
+            const QJsonObject titles{{"name", "Titles"}, {"path", stills.filePath("title_009.png")}, {"stills", 3}};
+            document.insert("media", QJsonArray{titles});
+            const BE::ProjectRef project = sProject->Load(document);
+            const QTemporaryDir destination;
+            PM::Options options = OptionsInto(destination.path());
+            options.createTrimmedProject = trim;
+            options.excludeUnusedClips = false;
+            options.renameMediaToClipNames = false;
+            const PM::ProjectManagerOperationRef operation = PM::CreateProjectManagerOperation(project, options, false);
+            Watched run(operation);
+            ASSERT_TRUE(run.ToCompletion());
+            ASSERT_EQ(operation->GetResult(), PM::kResult_OK)
+                << QString::fromStdWString(operation->GetFailureText()).toStdString();
+            const QString written = QString::fromStdWString(operation->GetResultProjectPath());
+            const QString media = QFileInfo(written).absolutePath() +
+                                  (clash ? QStringLiteral("/Media/Titles/") : QStringLiteral("/Media/"));
+            const BE::ProjectRef reopened = Reopen(written);
+            const BE::MediaRef copy = reopened->GetMasterClips().back()->GetMedia();
+            EXPECT_EQ(QString::fromStdWString(copy->GetFilePath()), media + "title_009.png");
+            EXPECT_EQ(copy->GetStillCount(), 3);
+            std::uint64_t copied = 0;
+            for (const char* frame : {"title_009.png", "title_010.png", "title_011.png"}) {
+                EXPECT_EQ(QImage(media + frame), QImage(stills.filePath(frame))) << frame;
+                copied += static_cast<std::uint64_t>(QFileInfo(media + frame).size());
+            }
+            EXPECT_EQ(copied, frameBytes);
+            EXPECT_GE(operation->GetOriginalSize(), frameBytes + BytesUnder(sProject->Path(QStringLiteral("footage"))));
+            EXPECT_EQ(operation->GetResultingSize(), BytesUnder(QFileInfo(written).absolutePath()));
+        }
     }
 }
 
@@ -760,6 +957,15 @@ TEST_F(ProjectManagerOperation, FailuresNameWhatFailedAndLeaveNothingBehind)
              outText = QStringLiteral("/sys");
          },
          PM::kError_AccessDenied},
+        {"an empty destination",
+         [](QJsonObject&, PM::Options& ioOptions, QString&) { ioOptions.destinationFolder.clear(); },
+         PM::kError_AccessDenied},
+        {"a relative destination",
+         [](QJsonObject&, PM::Options& ioOptions, QString& outText) {
+             ioOptions.destinationFolder = L"Exports/Harbour";
+             outText = QStringLiteral("Exports/Harbour");
+         },
+         PM::kError_AccessDenied},
         {"no clip is used",
          [](QJsonObject& ioDocument, PM::Options&, QString&) {
              ioDocument.remove("sequences");
@@ -788,6 +994,42 @@ TEST_F(ProjectManagerOperation, FailuresNameWhatFailedAndLeaveNothingBehind)
         source.open(QIODevice::ReadOnly);
         EXPECT_EQ(source.readAll(), projectBefore);
         EXPECT_FALSE(project->HasUnsavedChanges());
+    }
+}
+
+// The sample project as it is, except that it cannot be saved anywhere.
+class UnsavableProject : public KOR::RefCounted<BE::IProject> {
+public:
+    explicit UnsavableProject(BE::ProjectRef inProject) : mProject(std::move(inProject)) {}
+    std::wstring GetName() const override { return mProject->GetName(); }
+    std::wstring GetFilePath() const override { return mProject->GetFilePath(); }
+    KOR::InterfaceRef<BE::IProjectSettings> GetProjectSettings() const override
+    {
+        return mProject->GetProjectSettings();
+    }
+    std::vector<BE::AudioClipRef> GetAudioClips() const override { return mProject->GetAudioClips(); }
+    std::vector<BE::MasterClipRef> GetMasterClips() const override { return mProject->GetMasterClips(); }
+    std::vector<BE::ChildClipRef> GetChildClips() const override { return mProject->GetChildClips(); }
+    std::vector<BE::SequenceRef> GetSequences() const override { return mProject->GetSequences(); }
+    long SaveToFile(const std::wstring&, bool) override { return BE::kSaveError_Failed; }
+
+private:
+    BE::ProjectRef mProject;
+};
+
+// Without the project as it would be saved there is nothing to write: the run fails before
+// writing anything rather than write an empty project.
+TEST_F(ProjectManagerOperation, AProjectThatCannotBeSavedFailsWithItsPath)
+{
+    const BE::ProjectRef project(new UnsavableProject(sProject->Load(sProject->Document())));
+    for (const bool calculateOnly : {true, false}) {
+        const PM::ProjectManagerOperationRef operation =
+            PM::CreateProjectManagerOperation(project, OptionsInto(mDestination.path()), calculateOnly);
+        Watched run(operation);
+        ASSERT_TRUE(run.ToCompletion());
+        EXPECT_EQ(operation->GetResult(), PM::kError_ReadFailed);
+        EXPECT_EQ(QString::fromStdWString(operation->GetFailureText()), sProject->ProjectFile());
+        EXPECT_TRUE(EntriesOf(mDestination.path()).isEmpty());
     }
 }
 
