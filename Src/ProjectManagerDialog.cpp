@@ -350,13 +350,19 @@ void ProjectManagerDlg::BindOptions()
 {
     mMode.Add(GetUINodePtr<UI_RadioButton>(L"createNewTrimmedProjectRadioButton"), Mode::kTrimmed);
     mMode.Add(GetUINodePtr<UI_RadioButton>(L"collectFilesAndCopyToNewLocationRadioButton"), Mode::kCollected);
-    mExcludeUnused = GetUINodePtr<UI_CheckBox>(L"excludeUnusedClips");
-    mMakeOffline = GetUINodePtr<UI_CheckBox>(L"makeOffline");
-    mIncludeHandles = OnChange<UI_CheckBox>(L"includeHandles", [this] { EnableHandleFrames(); });
-    mHandleFrames = GetUINodePtr<UI_NumberEdit>(L"framesNumber");
-    mIncludePreviews = GetUINodePtr<UI_CheckBox>(L"includePreviewFiles");
-    mIncludeConformed = GetUINodePtr<UI_CheckBox>(L"includeAudioConformFiles");
-    mRename = GetUINodePtr<UI_CheckBox>(L"renameMediaFilesToMatchClipNames");
+    // A size calculated for other options no longer holds once one changes.
+    mMode.OnChoose([this](Mode) { ForgetResultingSize(); });
+    const auto forget = [this] { ForgetResultingSize(); };
+    mExcludeUnused = OnChange<UI_CheckBox>(L"excludeUnusedClips", forget);
+    mMakeOffline = OnChange<UI_CheckBox>(L"makeOffline", forget);
+    mIncludeHandles = OnChange<UI_CheckBox>(L"includeHandles", [this] {
+        EnableHandleFrames();
+        ForgetResultingSize();
+    });
+    mHandleFrames = OnChange<UI_NumberEdit>(L"framesNumber", forget);
+    mIncludePreviews = OnChange<UI_CheckBox>(L"includePreviewFiles", forget);
+    mIncludeConformed = OnChange<UI_CheckBox>(L"includeAudioConformFiles", forget);
+    mRename = OnChange<UI_CheckBox>(L"renameMediaFilesToMatchClipNames", forget);
     OnChange<UI_Button>(L"browseButton", [this] { Browse(); });
 }
 
@@ -393,6 +399,8 @@ void ProjectManagerDlg::ShowDestination()
     SetText(mFreeSpace, mLogic.FreeSpaceText());
 }
 
+void ProjectManagerDlg::ForgetResultingSize() { SetText(mResultingSize, L""); }
+
 void ProjectManagerDlg::EnableHandleFrames()
 {
     if (mHandleFrames) {
@@ -428,8 +436,7 @@ void ProjectManagerDlg::Browse()
     }
     mLogic.Options().destinationFolder = KOR::PathUtils::ToNormalizedPath(folder);
     ShowDestination();
-    SetText(mOriginalSize, L"");
-    SetText(mResultingSize, L"");
+    ForgetResultingSize();
 }
 
 void ProjectManagerDlg::ReportInvalidDestination(long inCode) const

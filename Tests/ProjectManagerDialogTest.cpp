@@ -586,6 +586,9 @@ TEST_F(ProjectManagerWindow, ShowsTheOptionsAndRunsWithWhatTheUserChose)
                       KOR::DiskUtils::MakeDiskSpaceString(700ULL << 20));
         })
         .Click(QStringLiteral("collectFilesAndCopyToNewLocationRadioButton"))
+        .Inspect([](QWidget& inWindow) {
+            EXPECT_TRUE(Text(inWindow, "resultingProjectSizeStaticText").isEmpty()) << "calculated for other options";
+        })
         .Click(QStringLiteral("makeOffline"))
         .Retype(QStringLiteral("framesNumber"), QStringLiteral("12"))
         .Click(QStringLiteral("includeHandles"))

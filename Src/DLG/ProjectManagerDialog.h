@@ -131,6 +131,7 @@ private:
     void ShowOptions();
     void ShowDestination();
     // The handle field follows the include-handles box.
+    void ForgetResultingSize();
     void EnableHandleFrames();
     void ReadOptions();
     void Browse();
