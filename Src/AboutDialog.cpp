@@ -22,11 +22,7 @@ struct AboutTexts {
 // The copyright text with its "%1" replaced by the year.
 std::wstring CopyrightLine(unsigned long inYear)
 {
-    std::wstring text = LoadString(kStr_AboutCopyright);
-    if (const std::size_t mark = text.find(L"%1"); mark != std::wstring::npos) {
-        text.replace(mark, 2, std::to_wstring(inYear));
-    }
-    return text;
+    return LoadStringWith(kStr_AboutCopyright, std::to_wstring(inYear));
 }
 
 class PatentAndLegalNoticesDialog : public DialogBaseImpl {

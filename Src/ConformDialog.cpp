@@ -24,15 +24,6 @@ constexpr KOR::MessageID kCompleteMessageID =
     KOR::HashMessageTypeNameToMessageID(KOR::OperationCompleteMessage::kTypeName);
 constexpr int kConformWorkPriority = 3;
 
-std::wstring WithName(unsigned int inTextID, const std::wstring& inName)
-{
-    std::wstring text = LoadString(inTextID);
-    if (const std::size_t mark = text.find(L"%1"); mark != std::wstring::npos) {
-        text.replace(mark, 2, inName);
-    }
-    return text;
-}
-
 bool RunConformDialog(ConformScope inScope)
 {
     if (!NeedsConform(inScope, false, L"", nullptr)) {
@@ -228,7 +219,7 @@ void ConformDialog::ListenerMessageHandler(const std::wstring& inStation, const 
 void ConformDialog::ShowProgress(const std::wstring& inMediaName, float inFraction)
 {
     if (mMediaText && !WasCancelled() && !inMediaName.empty()) {
-        mMediaText->SetText(WithName(kStr_ConformMediaName, inMediaName));
+        mMediaText->SetText(LoadStringWith(kStr_ConformMediaName, inMediaName));
     }
     if (mProgressBar) {
         mProgressBar->SetValue(ProgressBarValue(inFraction));
@@ -247,7 +238,7 @@ void ConformDialog::Finish(bool inCompleted, const std::wstring& inFailure)
     KOR::StationUtils::RemoveListener(ConformDialogStation(), this);
     const bool confirmed = inCompleted && !WasCancelled();
     if (!inFailure.empty() && !WasCancelled()) {
-        UIF::MessageBoxW(WithName(kStr_ConformFailed, inFailure), LoadString(kStr_ConformTitle), UIF::kMessageBox_OK,
+        UIF::MessageBoxW(LoadStringWith(kStr_ConformFailed, inFailure), LoadString(kStr_ConformTitle), UIF::kMessageBox_OK,
                          UIF::kMessageBoxIcon_Error, 0);
     }
     SetCancelled(!confirmed);

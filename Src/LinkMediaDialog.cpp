@@ -16,15 +16,6 @@ namespace DLG {
 
 namespace {
 
-std::wstring WithName(unsigned int inTextID, const std::wstring& inName)
-{
-    std::wstring text = LoadString(inTextID);
-    if (const std::size_t mark = text.find(L"%1"); mark != std::wstring::npos) {
-        text.replace(mark, 2, inName);
-    }
-    return text;
-}
-
 // A chosen path up to this many characters (with its terminating zero) is read from the chooser's
 // buffer; a longer one from the chooser's own text.
 constexpr std::size_t kRelinkPathChars = 3000;
@@ -41,7 +32,7 @@ public:
           mMissingPath(inItem.GetFilePath())
     {
         mRequest.windowName = L"RelinkFileDialog";
-        mRequest.title = WithName(kStr_RelinkTitle, inItem.GetDisplayName());
+        mRequest.title = LoadStringWith(kStr_RelinkTitle, inItem.GetDisplayName());
     }
 
     // In the order of the open dialogs: players stopped, the folder read, the owner disabled.
@@ -72,7 +63,7 @@ public:
 
     long OnInitDialog(UIF::FileChooserWindow& ioWindow) override
     {
-        ioWindow.AddText(L"missingPathStaticText")->SetText(WithName(kStr_RelinkMissingPath, mMissingPath));
+        ioWindow.AddText(L"missingPathStaticText")->SetText(LoadStringWith(kStr_RelinkMissingPath, mMissingPath));
         AddAnswerButton(ioWindow, kRelinkDialog_Skip, L"skipButton", kStr_RelinkSkip, Answer::kSkip);
         AddAnswerButton(ioWindow, kRelinkDialog_SkipAll, L"skipAllButton", kStr_RelinkSkipAll, Answer::kSkipAll);
         return 0;

@@ -89,4 +89,13 @@ bool DispatchDialog(const std::wstring& inDialogID, KOR::InterfaceRef<KOR::KORUn
 
 std::wstring LoadString(unsigned int inID) { return KOR::LoadStringW(GetResourceCollection(), inID); }
 
+std::wstring LoadStringWith(unsigned int inID, const std::wstring& inValue)
+{
+    std::wstring text = LoadString(inID);
+    if (const std::size_t mark = text.find(L"%1"); mark != std::wstring::npos) {
+        text.replace(mark, 2, inValue);
+    }
+    return text;
+}
+
 } // namespace DLG

@@ -37,11 +37,8 @@ bool SerialExportStatusDialog::Refresh()
     }
     SetItemText(kStateText, LoadString(ExportStateTextIDs(mExport->GetExportState()).first));
     SetItemText(kTimecodeText, mExport->GetCurrentTimecode().GetString());
-    std::wstring dropped = LoadString(kStr_SerialStatusDroppedFrames);
-    if (const std::size_t at = dropped.find(L"%1"); at != std::wstring::npos) {
-        dropped.replace(at, 2, std::to_wstring(mExport->GetDroppedFrames()));
-    }
-    SetItemText(kDroppedFramesText, dropped);
+    SetItemText(kDroppedFramesText,
+                LoadStringWith(kStr_SerialStatusDroppedFrames, std::to_wstring(mExport->GetDroppedFrames())));
     return true;
 }
 

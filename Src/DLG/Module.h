@@ -46,5 +46,7 @@ const KOR::Module& GetModule();
 
 // A text of the module's string table.
 std::wstring LoadString(unsigned int inID);
+// The same with its first "%1" replaced by inValue.
+std::wstring LoadStringWith(unsigned int inID, const std::wstring& inValue);
 
 } // namespace DLG
