@@ -19,6 +19,7 @@
 
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <fstream>
 #include <functional>
 #include <memory>
@@ -903,10 +904,16 @@ TEST_F(ProjectManagerOperation, OfflineResultsCopyNothingButPointWhereTheCopiesW
     }
 }
 
+// What a failing run is given: a clip pointed at another file, the mode, another destination.
 struct FailureCase {
     const char* what;
-    std::function<void(QJsonObject&, PM::Options&, QString& outExpectedText)> arrange;
-    long expected;
+    int clip = -1; // the clip pointed at "path", or none
+    QString path;
+    bool trim = true;
+    std::optional<std::wstring> destination;
+    bool nothingUsed = false;
+    long expected = 0;
+    QString text; // the failure text, when it is known
 };
 
 // A run that fails leaves the destination as it found it and the source project untouched.
@@ -917,68 +924,38 @@ TEST_F(ProjectManagerOperation, FailuresNameWhatFailedAndLeaveNothingBehind)
     const QTemporaryDir sources;
     const QString unreadable = QDir(sources.path()).filePath(QStringLiteral("Narration take 3.wav"));
     ASSERT_TRUE(QDir().mkpath(unreadable));
-    auto pointAt = [](QJsonObject& ioDocument, int inClip, const QString& inPath) {
-        QJsonArray clips = ioDocument.value("clips").toArray();
-        QJsonObject clip = clips[inClip].toObject();
-        clip.insert("path", inPath);
-        clips[inClip] = clip;
-        ioDocument.insert("clips", clips);
-    };
     const std::vector<FailureCase> cases = {
-        {"a used source is missing, trimming",
-         [&](QJsonObject& ioDocument, PM::Options&, QString& outText) {
-             pointAt(ioDocument, 2, missing);
-             outText = missing;
-         },
-         PM::kError_SourceMissing},
-        {"a used source is missing, collecting",
-         [&](QJsonObject& ioDocument, PM::Options& ioOptions, QString& outText) {
-             pointAt(ioDocument, 2, missing);
-             ioOptions.createTrimmedProject = false;
-             outText = missing;
-         },
-         PM::kError_SourceMissing},
-        {"a used source cannot be read, found while writing",
-         [&](QJsonObject& ioDocument, PM::Options& ioOptions, QString& outText) {
-             pointAt(ioDocument, 4, unreadable);
-             ioOptions.createTrimmedProject = false;
-             outText = unreadable;
-         },
-         PM::kError_ReadFailed},
-        {"a used source cannot be read, trimming",
-         [&](QJsonObject& ioDocument, PM::Options&, QString& outText) {
-             pointAt(ioDocument, 4, unreadable);
-             outText = unreadable;
-         },
-         PM::kError_ReadFailed},
-        {"a file system that refuses new folders",
-         [](QJsonObject&, PM::Options& ioOptions, QString& outText) {
-             ioOptions.destinationFolder = L"/sys";
-             outText = QStringLiteral("/sys");
-         },
-         PM::kError_AccessDenied},
-        {"an empty destination",
-         [](QJsonObject&, PM::Options& ioOptions, QString&) { ioOptions.destinationFolder.clear(); },
-         PM::kError_AccessDenied},
-        {"a relative destination",
-         [](QJsonObject&, PM::Options& ioOptions, QString& outText) {
-             ioOptions.destinationFolder = L"Exports/Harbour";
-             outText = QStringLiteral("Exports/Harbour");
-         },
-         PM::kError_AccessDenied},
-        {"no clip is used",
-         [](QJsonObject& ioDocument, PM::Options&, QString&) {
-             ioDocument.remove("sequences");
-             ioDocument.remove("childClips");
-         },
-         PM::kError_NothingToKeep},
+        {"a used source is missing, trimming", 2, missing, true, {}, false, PM::kError_SourceMissing, missing},
+        {"a used source is missing, collecting", 2, missing, false, {}, false, PM::kError_SourceMissing, missing},
+        {"a used source cannot be read, found while writing", 4, unreadable, false, {}, false, PM::kError_ReadFailed,
+         unreadable},
+        {"a used source cannot be read, trimming", 4, unreadable, true, {}, false, PM::kError_ReadFailed, unreadable},
+        {"a file system that refuses new folders", -1, {}, true, L"/sys", false, PM::kError_AccessDenied, "/sys"},
+        {"an empty destination", -1, {}, true, L"", false, PM::kError_AccessDenied, {}},
+        {"a relative destination", -1, {}, true, L"Exports/Harbour", false, PM::kError_AccessDenied,
+         "Exports/Harbour"},
+        {"no clip is used", -1, {}, true, {}, true, PM::kError_NothingToKeep, {}},
     };
     for (const FailureCase& c : cases) {
         SCOPED_TRACE(c.what);
         QJsonObject document = sProject->Document();
+        if (c.clip >= 0) {
+            QJsonArray clips = document.value("clips").toArray();
+            QJsonObject clip = clips[c.clip].toObject();
+            clip.insert("path", c.path);
+            clips[c.clip] = clip;
+            document.insert("clips", clips);
+        }
+        if (c.nothingUsed) {
+            document.remove("sequences");
+            document.remove("childClips");
+        }
         PM::Options options = OptionsInto(mDestination.path());
-        QString expectedText;
-        c.arrange(document, options, expectedText);
+        options.createTrimmedProject = c.trim;
+        if (c.destination) {
+            options.destinationFolder = *c.destination;
+        }
+        const QString& expectedText = c.text;
         const BE::ProjectRef project = sProject->Load(document);
         const QByteArray projectBefore = QJsonDocument(document).toJson();
         const PM::ProjectManagerOperationRef operation = PM::CreateProjectManagerOperation(project, options, false);
